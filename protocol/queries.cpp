@@ -1,0 +1,57 @@
+// What can be asked of the printer.
+#include "protocol/queries.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+
+#include "protocol/device_channel.h"
+#include "protocol/retry_counter.h"
+
+namespace {
+
+constexpr unsigned RETRY_LIMIT = 60;
+constexpr unsigned RETRY_PAUSE = 1;  // seconds
+
+PrinterInfo query_until_awake()
+{
+  RetryCounter wake_up(RETRY_LIMIT);
+  for (;;) {
+    PrinterInfo const info = get_printer_info();
+    std::fprintf(stderr, "DEBUG: printer_info=[%s]\n", info.to_string().c_str());
+    if (!info.isAvailable()) return info;
+
+    wake_up.Test(info.isWakeUp());
+    std::fprintf(stderr, "DEBUG: #retry_status=[wake_up=%s]\n", wake_up.to_string().c_str());
+    if (wake_up.isFulfilled()) return info;
+    if (wake_up.isExpired()) {
+      // Kept: the last reply is discarded although it is a valid one.
+      std::fputs("DEBUG: #retry over\n", stderr);
+      return PrinterInfo::Unavailable();
+    }
+    sleep(RETRY_PAUSE);
+  }
+}
+
+}  // namespace
+
+PrinterInfo get_printer_info()
+{
+  ReplyBuffer reply;
+  return exchange(PRINTER_STATUS, reply) ? PrinterInfo::Parse(reply.data())
+                                         : PrinterInfo::Unavailable();
+}
+
+PrinterInfo get_printer_info_retry()
+{
+  std::fputs("DEBUG: get_printer_info_retry() START\n", stderr);
+  PrinterInfo const info = query_until_awake();
+  std::fputs("DEBUG: get_printer_info_retry() END\n", stderr);
+  return info;
+}
+
+JobStatus get_job_status()
+{
+  ReplyBuffer reply;
+  return exchange(JOB_STATUS, reply) ? JobStatus::Parse(reply.data()) : JobStatus::Unavailable();
+}
