@@ -1,27 +1,44 @@
 // Hexadecimal dump of the bytes exchanged with the printer.
 #include "diag/dump_mem.h"
 
-#include <cstdio>
+#include <algorithm>
+#include <charconv>
 #include <string>
+
+#include "diag/message.h"
 
 namespace {
 
 constexpr int BYTES_PER_LINE = 16;
+constexpr std::size_t OFFSET_DIGITS = 4;  // at least
 
-void append_hex(std::string& text, unsigned value, unsigned min_digits)
+void append_offset(std::string& text, int offset)
 {
-  unsigned digits = min_digits;
-  while (digits < 8 && value >> (4 * digits) != 0) ++digits;
-  while (digits-- > 0) text += "0123456789abcdef"[value >> (4 * digits) & 0xf];
+  char digits[8];
+  char const* const end = std::to_chars(digits, std::end(digits), offset, 16).ptr;
+  auto const length = static_cast<std::size_t>(end - digits);
+  if (length < OFFSET_DIGITS) text.append(OFFSET_DIGITS - length, '0');
+  text.append(digits, length);
 }
 
-void append_line_head(std::string& text, char const* label, int offset)
+// The line's own newline comes with the next line, or ends the dump.
+void append_line(std::string& text, char const* label, int offset, unsigned char const* bytes,
+                 int count)
 {
   text += "\nDEBUG: ";
   text += label;
   text += ' ';
-  append_hex(text, static_cast<unsigned>(offset), 4);
+  append_offset(text, offset);
   text += ':';
+
+  char hex[BYTES_PER_LINE * 3];
+  char* end = hex;
+  for (int i = 0; i < count; ++i) {
+    *end++ = ' ';
+    *end++ = "0123456789abcdef"[bytes[i] >> 4];
+    *end++ = "0123456789abcdef"[bytes[i] & 0xf];
+  }
+  text.append(hex, end);
 }
 
 }  // namespace
@@ -34,15 +51,9 @@ void dump_mem(char const* label, void const* data, int size)
   text += label;
   text += " size=";
   text += std::to_string(size);
-  if (size == 0) append_line_head(text, label, 0);
-  for (int i = 0; i < size; ++i) {
-    if (i % BYTES_PER_LINE == 0) append_line_head(text, label, i);
-    text += ' ';
-    append_hex(text, bytes[i], 2);
-  }
+  if (size == 0) append_line(text, label, 0, bytes, 0);
+  for (int i = 0; i < size; i += BYTES_PER_LINE)
+    append_line(text, label, i, bytes + i, std::min(BYTES_PER_LINE, size - i));
   text += '\n';
-
-  // Written once: all programs of a job share the scheduler's status pipe, and a
-  // dump written in pieces tears their "STATE:" lines as well as its own.
-  std::fwrite(text.data(), 1, text.size(), stderr);
+  write_message({text});
 }

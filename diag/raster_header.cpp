@@ -4,6 +4,9 @@
 #include <bit>
 #include <cstdio>
 #include <span>
+#include <string>
+
+#include "diag/message.h"
 
 namespace {
 
@@ -133,22 +136,23 @@ char const* to_string(cups_orient_e value)
 namespace {
 
 // A field of the listing: its name, its value, and what the CUPS header says of it.
-void write_text(char const* field, char const* value, char const* comment)
+void write_text(char const* field, std::string_view value, char const* comment)
 {
-  std::fprintf(stderr, "__%s=%s        /* %s */\n", field, value, comment);
+  write_message({"__", field, "=", value, "        /* ", comment, " */\n"});
 }
 
 // Kept: the counts are unsigned and written as signed.
+std::string number_text(unsigned value) { return std::to_string(static_cast<int>(value)); }
+
 void write_number(char const* field, unsigned value, char const* comment)
 {
-  std::fprintf(stderr, "__%s=%d        /* %s */\n", field, static_cast<int>(value), comment);
+  write_text(field, number_text(value), comment);
 }
 
-// The first two values of `values`.
+// The first two of `values`.
 void write_pair(char const* field, unsigned const* values, char const* comment)
 {
-  std::fprintf(stderr, "__%s=(%d,%d)        /* %s */\n", field, static_cast<int>(values[0]),
-               static_cast<int>(values[1]), comment);
+  write_text(field, "(" + number_text(values[0]) + "," + number_text(values[1]) + ")", comment);
 }
 
 template <typename Enumeration>
@@ -159,7 +163,7 @@ void write_name(char const* field, Enumeration const& value, char const* comment
 
 void dump_texts(cups_page_header_t const* header)
 {
-  std::fputs("Standard Page Device Dictionary String Values\n", stderr);
+  write_message({"Standard Page Device Dictionary String Values\n"});
   write_text("MediaClass", header->MediaClass, "MediaClass string");
   write_text("MediaColor", header->MediaColor, "MediaColor string");
   write_text("MediaType", header->MediaType, "MediaType string");
@@ -168,7 +172,7 @@ void dump_texts(cups_page_header_t const* header)
 
 void dump_page_device(cups_page_header_t const* header)
 {
-  std::fputs("Standard Page Device Dictionary Integer Values\n", stderr);
+  write_message({"Standard Page Device Dictionary Integer Values\n"});
   write_number("AdvanceDistance", header->AdvanceDistance, "AdvanceDistance value in points");
   write_name("AdvanceMedia", header->AdvanceMedia, "AdvanceMedia value (@link cups_adv_t@)");
   write_name("Collate", header->Collate, "Collated copies value");
@@ -198,7 +202,7 @@ void dump_page_device(cups_page_header_t const* header)
 
 void dump_cups(cups_page_header_t const* header)
 {
-  std::fputs("CUPS Page Device Dictionary Values\n", stderr);
+  write_message({"CUPS Page Device Dictionary Values\n"});
   write_number("cupsWidth", header->cupsWidth, "Width of page image in pixels");
   write_number("cupsHeight", header->cupsHeight, "Height of page image in pixels");
   write_number("cupsMediaType", header->cupsMediaType, "Media type code");
@@ -217,7 +221,7 @@ void dump_cups(cups_page_header_t const* header)
 
 void dump(cups_page_header_t const* header)
 {
-  std::fputs("=== cups_page_header_t ===\n", stderr);
+  write_message({"=== cups_page_header_t ===\n"});
   dump_texts(header);
   dump_page_device(header);
   dump_cups(header);

@@ -5,7 +5,9 @@
 
 #include <csignal>
 #include <cstdio>
+#include <string>
 
+#include "diag/message.h"
 #include "diag/side_channel_status.h"
 #include "driver/report_commands.h"
 #include "protocol/device_channel.h"
@@ -25,10 +27,9 @@ bool probe_bidirectional()
   if (status == CUPS_SC_STATUS_OK && length == 1 && answer[0] == CUPS_SC_BIDI_SUPPORTED)
     return true;
 
-  std::fprintf(stderr,
-               "DEBUG: Unable to retrieve supply status from printer - nobidirectional I/O "
-               "available! %s(%d)\n",
-               to_string(static_cast<cups_sc_status_e>(status)), status);
+  write_message(
+      {"DEBUG: Unable to retrieve supply status from printer - nobidirectional I/O available! ",
+       to_string(static_cast<cups_sc_status_e>(status)), "(", std::to_string(status), ")\n"});
   return false;
 }
 
@@ -40,7 +41,8 @@ void run_commands(cups_file_t* commands, bool bidirectional)
   char* value = nullptr;
   int linenum = 0;
   while (cupsFileGetConf(commands, directive, sizeof directive, &value, &linenum)) {
-    std::fprintf(stderr, "DEBUG: ====> command=[%s] linenum=%d\n", directive, linenum);
+    write_message(
+        {"DEBUG: ====> command=[", directive, "] linenum=", std::to_string(linenum), "\n"});
     run_report_command(directive, bidirectional);
   }
 }
@@ -56,7 +58,7 @@ int main(int argc, char* argv[])
 
   if (argc < 6 || argc > 7) {
     // Kept: no newline at the end.
-    std::fprintf(stderr, "ERROR: Usage: %s job-id user title copies options [file]", argv[0]);
+    write_message({"ERROR: Usage: ", argv[0], " job-id user title copies options [file]"});
     return 1;
   }
 

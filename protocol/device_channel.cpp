@@ -2,13 +2,14 @@
 #include "protocol/device_channel.h"
 
 #include <cups/backend.h>
-#include <cups/cups.h>
 #include <cups/sidechannel.h>
 #include <unistd.h>
 
 #include <cstdio>
+#include <string>
 
 #include "diag/dump_mem.h"
+#include "diag/message.h"
 #include "diag/side_channel_status.h"
 
 namespace {
@@ -21,11 +22,11 @@ bool send_command(std::string_view command)
 {
   std::size_t const written = std::fwrite(command.data(), 1, command.size(), stdout);
   if (written != command.size()) {
-    std::fprintf(stderr, "DEBUG: fwrite() failed. ret=%zu\n", written);
+    write_message({"DEBUG: fwrite() failed. ret=", std::to_string(written), "\n"});
     return false;
   }
   if (std::fflush(stdout) != 0) {
-    std::fputs("DEBUG: fflush() failed.\n", stderr);
+    write_message({"DEBUG: fflush() failed.\n"});
     return false;
   }
   return true;
@@ -40,8 +41,9 @@ void drain_output(ReplyBuffer& scratch)
   int const status =
       cupsSideChannelDoRequest(CUPS_SC_CMD_DRAIN_OUTPUT, scratch.data(), &length, DRAIN_TIMEOUT);
   if (status != CUPS_SC_STATUS_OK)
-    std::fprintf(stderr, "DEBUG: CUPS_SC_CMD_DRAIN_OUTPUT=%s(%d)\n",
-                 to_string(static_cast<cups_sc_status_e>(status)), status);
+    write_message(
+        {"DEBUG: CUPS_SC_CMD_DRAIN_OUTPUT=", to_string(static_cast<cups_sc_status_e>(status)), "(",
+         std::to_string(status), ")\n"});
 }
 
 // Collects at least `minimum` bytes in the order in which they arrive. One read that
@@ -53,7 +55,7 @@ bool collect_reply(ssize_t minimum, ReplyBuffer& reply)
     ssize_t const got = cupsBackChannelRead(
         reply.data() + received, reply.size() - static_cast<std::size_t>(received), READ_TIMEOUT);
     if (got <= 0) {
-      std::fprintf(stderr, "DEBUG: cupsBackChannelRead() failed. ret=%zd\n", got);
+      write_message({"DEBUG: cupsBackChannelRead() failed. ret=", std::to_string(got), "\n"});
       return false;
     }
     received += got;
@@ -75,9 +77,9 @@ bool send_and_collect(Exchange const& use, ReplyBuffer& reply)
 
 bool exchange(Exchange const& use, ReplyBuffer& reply)
 {
-  std::fprintf(stderr, "DEBUG: %s() START\n", use.name);
+  write_message({"DEBUG: ", use.name, "() START\n"});
   bool const succeeded = send_and_collect(use, reply);
-  std::fprintf(stderr, "DEBUG: %s() END\n", use.name);
+  write_message({"DEBUG: ", use.name, "() END\n"});
   return succeeded;
 }
 

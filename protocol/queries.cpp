@@ -3,8 +3,7 @@
 
 #include <unistd.h>
 
-#include <cstdio>
-
+#include "diag/message.h"
 #include "protocol/device_channel.h"
 #include "protocol/retry_counter.h"
 
@@ -18,15 +17,15 @@ PrinterInfo query_until_awake()
   RetryCounter wake_up(RETRY_LIMIT);
   for (;;) {
     PrinterInfo const info = get_printer_info();
-    std::fprintf(stderr, "DEBUG: printer_info=[%s]\n", info.to_string().c_str());
+    write_message({"DEBUG: printer_info=[", info.to_string(), "]\n"});
     if (!info.isAvailable()) return info;
 
     wake_up.Test(info.isWakeUp());
-    std::fprintf(stderr, "DEBUG: #retry_status=[wake_up=%s]\n", wake_up.to_string().c_str());
+    write_message({"DEBUG: #retry_status=[wake_up=", wake_up.to_string(), "]\n"});
     if (wake_up.isFulfilled()) return info;
     if (wake_up.isExpired()) {
       // Kept: the last reply is discarded although it is a valid one.
-      std::fputs("DEBUG: #retry over\n", stderr);
+      write_message({"DEBUG: #retry over\n"});
       return PrinterInfo::Unavailable();
     }
     sleep(RETRY_PAUSE);
@@ -44,9 +43,9 @@ PrinterInfo get_printer_info()
 
 PrinterInfo get_printer_info_retry()
 {
-  std::fputs("DEBUG: get_printer_info_retry() START\n", stderr);
+  write_message({"DEBUG: get_printer_info_retry() START\n"});
   PrinterInfo const info = query_until_awake();
-  std::fputs("DEBUG: get_printer_info_retry() END\n", stderr);
+  write_message({"DEBUG: get_printer_info_retry() END\n"});
   return info;
 }
 

@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <string>
 
+#include "diag/message.h"
+
 namespace {
 
 constexpr int LEVELS_UNAVAILABLE = -2;
@@ -41,13 +43,13 @@ std::string marker_name(PrinterLevels const& levels)
 
 void report_printer_levels(PrinterLevels const& levels)
 {
-  std::fprintf(stderr, "DEBUG: [ReportLevels] %s\n", levels.to_string().c_str());
+  write_message({"DEBUG: [ReportLevels] ", levels.to_string(), "\n"});
 
   Gauge const gauge = read_gauge(levels);
   std::string const name = marker_name(levels);
-  std::fputs("ATTR: marker-colors=#00FF00\n", stderr);
-  std::fprintf(stderr, "ATTR: marker-levels=%d\n", gauge.level);
-  std::fprintf(stderr, "ATTR: marker-message=\"%s\"\n", gauge.message.c_str());
-  std::fprintf(stderr, "ATTR: marker-names=\"%s\"\n", name.c_str());
-  std::fputs("ATTR: marker-types=ink-ribbon\n", stderr);
+  write_message({"ATTR: marker-colors=#00FF00\n"});
+  write_message({"ATTR: marker-levels=", std::to_string(gauge.level), "\n"});
+  write_message({"ATTR: marker-message=\"", gauge.message, "\"\n"});
+  write_message({"ATTR: marker-names=\"", name, "\"\n"});
+  write_message({"ATTR: marker-types=ink-ribbon\n"});
 }

@@ -2,10 +2,10 @@
 #include "report/printer_state_report.h"
 
 #include <array>
-#include <cstdio>
 #include <set>
 #include <string_view>
 
+#include "diag/message.h"
 #include "report/printer_state_reasons.h"
 
 namespace {
@@ -16,10 +16,11 @@ using ReasonSlots = std::array<char const*, 4>;
 std::set<std::string_view> known_reasons()
 {
   std::set<std::string_view> known;
+  auto last = known.end();  // a good guess for the next: most rows are in ascending order
   for (PrinterStateReason const& row : PRINTER_STATE_REASONS)
     for (char const* reason : row.reasons) {
       if (!reason) break;
-      known.insert(reason);
+      last = known.insert(last, reason);
     }
   known.insert(UNAVAILABLE_REASON);
   known.insert(UNDEFINED_ERROR_REASON);
@@ -33,8 +34,7 @@ ReasonSlots current_reasons(PrinterState const& state)
   for (PrinterStateReason const& row : PRINTER_STATE_REASONS)
     if (state == &row.code) return std::to_array(row.reasons);
 
-  std::fprintf(stderr, "DEBUG: encountered undefined error number (%s)\n",
-               state.to_string().c_str());
+  write_message({"DEBUG: encountered undefined error number (", state.to_string(), ")\n"});
   return {UNDEFINED_ERROR_REASON};
 }
 
@@ -45,8 +45,8 @@ void update_printer_state(PrinterState const& state)
   std::set<std::string_view> known = known_reasons();
   for (char const* reason : current_reasons(state)) {
     if (!reason) break;
-    std::fprintf(stderr, "STATE: +%s\n", reason);
+    write_message({"STATE: +", reason, "\n"});
     known.erase(reason);
   }
-  for (std::string_view reason : known) std::fprintf(stderr, "STATE: -%s\n", reason.data());
+  for (std::string_view reason : known) write_message({"STATE: -", reason, "\n"});
 }

@@ -3,9 +3,10 @@
 
 #include <cups/cups.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+
+#include "diag/message.h"
 
 namespace {
 
@@ -19,7 +20,7 @@ void remove_reasons(char const* list)
   // Kept: the first line is written before any test, so a list without a token gets one.
   char const* token = std::strtok(copy, ",");
   do {
-    std::fprintf(stderr, "STATE: -%s\n", token ? token : "(null)");
+    write_message({"STATE: -", token ? token : "(null)", "\n"});
   } while (token && (token = std::strtok(nullptr, ",")));
   std::free(copy);
 }
@@ -29,15 +30,15 @@ void remove_reasons(char const* list)
 void clean_printer_state()
 {
   // Kept: these two lines carry no "DEBUG: " prefix.
-  std::fputs("clean_printer_state() START\n", stderr);
+  write_message({"clean_printer_state() START\n"});
 
   cups_dest_t* dests = nullptr;
   int const count = cupsGetDests(&dests);
   if (cups_dest_t const* const dest = cupsGetDest(nullptr, nullptr, count, dests))
     remove_reasons(cupsGetOption("printer-state-reasons", dest->num_options, dest->options));
   else
-    std::fputs("DEBUG: Not found default(destination) printer.\n", stderr);
+    write_message({"DEBUG: Not found default(destination) printer.\n"});
   cupsFreeDests(count, dests);
 
-  std::fputs("clean_printer_state() END\n", stderr);
+  write_message({"clean_printer_state() END\n"});
 }
