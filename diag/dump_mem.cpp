@@ -2,7 +2,6 @@
 #include "diag/dump_mem.h"
 
 #include <algorithm>
-#include <charconv>
 #include <string>
 
 #include "diag/message.h"
@@ -10,35 +9,34 @@
 namespace {
 
 constexpr int BYTES_PER_LINE = 16;
-constexpr std::size_t OFFSET_DIGITS = 4;  // at least
+constexpr int OFFSET_DIGITS = 4;  // at least
 
-void append_offset(std::string& text, int offset)
+char* put_hex(char* at, int value, int digits)
 {
-  char digits[8];
-  char const* const end = std::to_chars(digits, std::end(digits), offset, 16).ptr;
-  auto const length = static_cast<std::size_t>(end - digits);
-  if (length < OFFSET_DIGITS) text.append(OFFSET_DIGITS - length, '0');
-  text.append(digits, length);
+  while (digits-- > 0) *at++ = "0123456789abcdef"[value >> 4 * digits & 0xf];
+  return at;
 }
 
 // The line's own newline comes with the next line, or ends the dump.
 void append_line(std::string& text, char const* label, int offset, unsigned char const* bytes,
                  int count)
 {
-  text += "\nDEBUG: ";
-  text += label;
-  text += ' ';
-  append_offset(text, offset);
-  text += ':';
+  int digits = OFFSET_DIGITS;
+  while (digits < 8 && offset >> 4 * digits != 0) ++digits;
 
-  char hex[BYTES_PER_LINE * 3];
-  char* end = hex;
+  char line[1 + 8 + 1 + 3 * BYTES_PER_LINE];  // blank, offset, colon, bytes
+  char* end = line;
+  *end++ = ' ';
+  end = put_hex(end, offset, digits);
+  *end++ = ':';
   for (int i = 0; i < count; ++i) {
     *end++ = ' ';
-    *end++ = "0123456789abcdef"[bytes[i] >> 4];
-    *end++ = "0123456789abcdef"[bytes[i] & 0xf];
+    end = put_hex(end, bytes[i], 2);
   }
-  text.append(hex, end);
+
+  text += "\nDEBUG: ";
+  text += label;
+  text.append(line, end);
 }
 
 }  // namespace
@@ -55,5 +53,5 @@ void dump_mem(char const* label, void const* data, int size)
   for (int i = 0; i < size; i += BYTES_PER_LINE)
     append_line(text, label, i, bytes + i, std::min(BYTES_PER_LINE, size - i));
   text += '\n';
-  write_message({text});
+  write_message(text);
 }

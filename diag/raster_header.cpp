@@ -138,7 +138,7 @@ namespace {
 // A field of the listing: its name, its value, and what the CUPS header says of it.
 void write_text(char const* field, std::string_view value, char const* comment)
 {
-  write_message({"__", field, "=", value, "        /* ", comment, " */\n"});
+  write_message("__", field, "=", value, "        /* ", comment, " */\n");
 }
 
 // Kept: the counts are unsigned and written as signed.
@@ -163,7 +163,7 @@ void write_name(char const* field, Enumeration const& value, char const* comment
 
 void dump_texts(cups_page_header_t const* header)
 {
-  write_message({"Standard Page Device Dictionary String Values\n"});
+  write_message("Standard Page Device Dictionary String Values\n");
   write_text("MediaClass", header->MediaClass, "MediaClass string");
   write_text("MediaColor", header->MediaColor, "MediaColor string");
   write_text("MediaType", header->MediaType, "MediaType string");
@@ -172,7 +172,7 @@ void dump_texts(cups_page_header_t const* header)
 
 void dump_page_device(cups_page_header_t const* header)
 {
-  write_message({"Standard Page Device Dictionary Integer Values\n"});
+  write_message("Standard Page Device Dictionary Integer Values\n");
   write_number("AdvanceDistance", header->AdvanceDistance, "AdvanceDistance value in points");
   write_name("AdvanceMedia", header->AdvanceMedia, "AdvanceMedia value (@link cups_adv_t@)");
   write_name("Collate", header->Collate, "Collated copies value");
@@ -202,7 +202,7 @@ void dump_page_device(cups_page_header_t const* header)
 
 void dump_cups(cups_page_header_t const* header)
 {
-  write_message({"CUPS Page Device Dictionary Values\n"});
+  write_message("CUPS Page Device Dictionary Values\n");
   write_number("cupsWidth", header->cupsWidth, "Width of page image in pixels");
   write_number("cupsHeight", header->cupsHeight, "Height of page image in pixels");
   write_number("cupsMediaType", header->cupsMediaType, "Media type code");
@@ -221,7 +221,7 @@ void dump_cups(cups_page_header_t const* header)
 
 void dump(cups_page_header_t const* header)
 {
-  write_message({"=== cups_page_header_t ===\n"});
+  write_message("=== cups_page_header_t ===\n");
   dump_texts(header);
   dump_page_device(header);
   dump_cups(header);

@@ -28,8 +28,8 @@ bool probe_bidirectional()
     return true;
 
   write_message(
-      {"DEBUG: Unable to retrieve supply status from printer - nobidirectional I/O available! ",
-       to_string(static_cast<cups_sc_status_e>(status)), "(", std::to_string(status), ")\n"});
+      "DEBUG: Unable to retrieve supply status from printer - nobidirectional I/O available! ",
+      to_string(static_cast<cups_sc_status_e>(status)), "(", std::to_string(status), ")\n");
   return false;
 }
 
@@ -41,8 +41,7 @@ void run_commands(cups_file_t* commands, bool bidirectional)
   char* value = nullptr;
   int linenum = 0;
   while (cupsFileGetConf(commands, directive, sizeof directive, &value, &linenum)) {
-    write_message(
-        {"DEBUG: ====> command=[", directive, "] linenum=", std::to_string(linenum), "\n"});
+    write_message("DEBUG: ====> command=[", directive, "] linenum=", std::to_string(linenum), "\n");
     run_report_command(directive, bidirectional);
   }
 }
@@ -58,7 +57,7 @@ int main(int argc, char* argv[])
 
   if (argc < 6 || argc > 7) {
     // Kept: no newline at the end.
-    write_message({"ERROR: Usage: ", argv[0], " job-id user title copies options [file]"});
+    write_message("ERROR: Usage: ", argv[0], " job-id user title copies options [file]");
     return 1;
   }
 

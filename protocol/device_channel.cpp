@@ -22,11 +22,11 @@ bool send_command(std::string_view command)
 {
   std::size_t const written = std::fwrite(command.data(), 1, command.size(), stdout);
   if (written != command.size()) {
-    write_message({"DEBUG: fwrite() failed. ret=", std::to_string(written), "\n"});
+    write_message("DEBUG: fwrite() failed. ret=", std::to_string(written), "\n");
     return false;
   }
   if (std::fflush(stdout) != 0) {
-    write_message({"DEBUG: fflush() failed.\n"});
+    write_message("DEBUG: fflush() failed.\n");
     return false;
   }
   return true;
@@ -42,8 +42,8 @@ void drain_output(ReplyBuffer& scratch)
       cupsSideChannelDoRequest(CUPS_SC_CMD_DRAIN_OUTPUT, scratch.data(), &length, DRAIN_TIMEOUT);
   if (status != CUPS_SC_STATUS_OK)
     write_message(
-        {"DEBUG: CUPS_SC_CMD_DRAIN_OUTPUT=", to_string(static_cast<cups_sc_status_e>(status)), "(",
-         std::to_string(status), ")\n"});
+        "DEBUG: CUPS_SC_CMD_DRAIN_OUTPUT=", to_string(static_cast<cups_sc_status_e>(status)), "(",
+        std::to_string(status), ")\n");
 }
 
 // Collects at least `minimum` bytes in the order in which they arrive. One read that
@@ -55,7 +55,7 @@ bool collect_reply(ssize_t minimum, ReplyBuffer& reply)
     ssize_t const got = cupsBackChannelRead(
         reply.data() + received, reply.size() - static_cast<std::size_t>(received), READ_TIMEOUT);
     if (got <= 0) {
-      write_message({"DEBUG: cupsBackChannelRead() failed. ret=", std::to_string(got), "\n"});
+      write_message("DEBUG: cupsBackChannelRead() failed. ret=", std::to_string(got), "\n");
       return false;
     }
     received += got;
@@ -77,9 +77,9 @@ bool send_and_collect(Exchange const& use, ReplyBuffer& reply)
 
 bool exchange(Exchange const& use, ReplyBuffer& reply)
 {
-  write_message({"DEBUG: ", use.name, "() START\n"});
+  write_message("DEBUG: ", use.name, "() START\n");
   bool const succeeded = send_and_collect(use, reply);
-  write_message({"DEBUG: ", use.name, "() END\n"});
+  write_message("DEBUG: ", use.name, "() END\n");
   return succeeded;
 }
 

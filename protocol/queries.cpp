@@ -17,15 +17,15 @@ PrinterInfo query_until_awake()
   RetryCounter wake_up(RETRY_LIMIT);
   for (;;) {
     PrinterInfo const info = get_printer_info();
-    write_message({"DEBUG: printer_info=[", info.to_string(), "]\n"});
+    write_message("DEBUG: printer_info=[", info.to_string(), "]\n");
     if (!info.isAvailable()) return info;
 
     wake_up.Test(info.isWakeUp());
-    write_message({"DEBUG: #retry_status=[wake_up=", wake_up.to_string(), "]\n"});
+    write_message("DEBUG: #retry_status=[wake_up=", wake_up.to_string(), "]\n");
     if (wake_up.isFulfilled()) return info;
     if (wake_up.isExpired()) {
       // Kept: the last reply is discarded although it is a valid one.
-      write_message({"DEBUG: #retry over\n"});
+      write_message("DEBUG: #retry over\n");
       return PrinterInfo::Unavailable();
     }
     sleep(RETRY_PAUSE);
@@ -43,9 +43,9 @@ PrinterInfo get_printer_info()
 
 PrinterInfo get_printer_info_retry()
 {
-  write_message({"DEBUG: get_printer_info_retry() START\n"});
+  write_message("DEBUG: get_printer_info_retry() START\n");
   PrinterInfo const info = query_until_awake();
-  write_message({"DEBUG: get_printer_info_retry() END\n"});
+  write_message("DEBUG: get_printer_info_retry() END\n");
   return info;
 }
 

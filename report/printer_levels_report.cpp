@@ -43,13 +43,13 @@ std::string marker_name(PrinterLevels const& levels)
 
 void report_printer_levels(PrinterLevels const& levels)
 {
-  write_message({"DEBUG: [ReportLevels] ", levels.to_string(), "\n"});
+  write_message("DEBUG: [ReportLevels] ", levels.to_string(), "\n");
 
   Gauge const gauge = read_gauge(levels);
   std::string const name = marker_name(levels);
-  write_message({"ATTR: marker-colors=#00FF00\n"});
-  write_message({"ATTR: marker-levels=", std::to_string(gauge.level), "\n"});
-  write_message({"ATTR: marker-message=\"", gauge.message, "\"\n"});
-  write_message({"ATTR: marker-names=\"", name, "\"\n"});
-  write_message({"ATTR: marker-types=ink-ribbon\n"});
+  write_message("ATTR: marker-colors=#00FF00\n");
+  write_message("ATTR: marker-levels=", std::to_string(gauge.level), "\n");
+  write_message("ATTR: marker-message=\"", gauge.message, "\"\n");
+  write_message("ATTR: marker-names=\"", name, "\"\n");
+  write_message("ATTR: marker-types=ink-ribbon\n");
 }

@@ -2,8 +2,9 @@
 #include "report/printer_state_report.h"
 
 #include <array>
-#include <set>
+#include <iterator>
 #include <string_view>
+#include <vector>
 
 #include "diag/message.h"
 #include "report/printer_state_reasons.h"
@@ -12,18 +13,29 @@ namespace {
 
 using ReasonSlots = std::array<char const*, 4>;
 
-// Every keyword that the filter may ever have added to the queue.
-std::set<std::string_view> known_reasons()
+using Reasons = std::vector<std::string_view>;  // ascending, each once
+
+// Puts a reason into its place, unless it stands there. Looks from the end, since most
+// rows of the table come in ascending order.
+void insert(Reasons& known, std::string_view reason)
 {
-  std::set<std::string_view> known;
-  auto last = known.end();  // a good guess for the next: most rows are in ascending order
+  auto place = known.end();
+  while (place != known.begin() && reason < place[-1]) --place;
+  if (place == known.begin() || place[-1] != reason) known.insert(place, reason);
+}
+
+// Every keyword that the filter may ever have added to the queue.
+Reasons known_reasons()
+{
+  Reasons known;
+  known.reserve(std::size(PRINTER_STATE_REASONS));
   for (PrinterStateReason const& row : PRINTER_STATE_REASONS)
     for (char const* reason : row.reasons) {
       if (!reason) break;
-      last = known.insert(last, reason);
+      insert(known, reason);
     }
-  known.insert(UNAVAILABLE_REASON);
-  known.insert(UNDEFINED_ERROR_REASON);
+  insert(known, UNAVAILABLE_REASON);
+  insert(known, UNDEFINED_ERROR_REASON);
   return known;
 }
 
@@ -34,7 +46,7 @@ ReasonSlots current_reasons(PrinterState const& state)
   for (PrinterStateReason const& row : PRINTER_STATE_REASONS)
     if (state == &row.code) return std::to_array(row.reasons);
 
-  write_message({"DEBUG: encountered undefined error number (", state.to_string(), ")\n"});
+  write_message("DEBUG: encountered undefined error number (", state.to_string(), ")\n");
   return {UNDEFINED_ERROR_REASON};
 }
 
@@ -42,11 +54,11 @@ ReasonSlots current_reasons(PrinterState const& state)
 
 void update_printer_state(PrinterState const& state)
 {
-  std::set<std::string_view> known = known_reasons();
+  Reasons known = known_reasons();
   for (char const* reason : current_reasons(state)) {
     if (!reason) break;
-    write_message({"STATE: +", reason, "\n"});
-    known.erase(reason);
+    write_message("STATE: +", reason, "\n");
+    std::erase(known, reason);
   }
-  for (std::string_view reason : known) write_message({"STATE: -", reason, "\n"});
+  for (std::string_view reason : known) write_message("STATE: -", reason, "\n");
 }

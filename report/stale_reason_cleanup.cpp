@@ -20,7 +20,7 @@ void remove_reasons(char const* list)
   // Kept: the first line is written before any test, so a list without a token gets one.
   char const* token = std::strtok(copy, ",");
   do {
-    write_message({"STATE: -", token ? token : "(null)", "\n"});
+    write_message("STATE: -", token ? token : "(null)", "\n");
   } while (token && (token = std::strtok(nullptr, ",")));
   std::free(copy);
 }
@@ -30,15 +30,15 @@ void remove_reasons(char const* list)
 void clean_printer_state()
 {
   // Kept: these two lines carry no "DEBUG: " prefix.
-  write_message({"clean_printer_state() START\n"});
+  write_message("clean_printer_state() START\n");
 
   cups_dest_t* dests = nullptr;
   int const count = cupsGetDests(&dests);
   if (cups_dest_t const* const dest = cupsGetDest(nullptr, nullptr, count, dests))
     remove_reasons(cupsGetOption("printer-state-reasons", dest->num_options, dest->options));
   else
-    write_message({"DEBUG: Not found default(destination) printer.\n"});
+    write_message("DEBUG: Not found default(destination) printer.\n");
   cupsFreeDests(count, dests);
 
-  write_message({"clean_printer_state() END\n"});
+  write_message("clean_printer_state() END\n");
 }
