@@ -1,17 +1,14 @@
 // Readable listing of a raster page header (version 1, cups/raster.h).
 #include "diag/raster_header.h"
 
-#include <bit>
 #include <cstdio>
 #include <span>
 #include <string>
 
+#include "diag/enumeration_bits.h"
 #include "diag/message.h"
 
 namespace {
-
-// Values are handled as their bits, since any number may stand in raster data and an
-// enumeration must not be asked for one that it does not have.
 
 // Holds the longest text of a value without a name: "cups_orient_e(-2147483648)".
 using NoName = char[27];
@@ -35,7 +32,7 @@ char const* to_string(cups_adv_e value)
       "CUPS_ADVANCE_SET",  "CUPS_ADVANCE_PAGE",
   };
   static NoName no_name;
-  return name_of(std::bit_cast<int>(value), NAMES, "cups_adv_e", no_name);
+  return name_of(enumeration_bits(value), NAMES, "cups_adv_e", no_name);
 }
 
 char const* to_string(cups_bool_e value)
@@ -45,7 +42,7 @@ char const* to_string(cups_bool_e value)
       "CUPS_TRUE",
   };
   static NoName no_name;
-  return name_of(std::bit_cast<int>(value), NAMES, "cups_bool_e", no_name);
+  return name_of(enumeration_bits(value), NAMES, "cups_bool_e", no_name);
 }
 
 char const* to_string(cups_cspace_e value)
@@ -74,7 +71,7 @@ char const* to_string(cups_cspace_e value)
   };
   // clang-format on
   static NoName no_name;
-  return name_of(std::bit_cast<int>(value), NAMES, "cups_cspace_e", no_name);
+  return name_of(enumeration_bits(value), NAMES, "cups_cspace_e", no_name);
 }
 
 char const* to_string(cups_cut_e value)
@@ -83,7 +80,7 @@ char const* to_string(cups_cut_e value)
       "CUPS_CUT_NONE", "CUPS_CUT_FILE", "CUPS_CUT_JOB", "CUPS_CUT_SET", "CUPS_CUT_PAGE",
   };
   static NoName no_name;
-  return name_of(std::bit_cast<int>(value), NAMES, "cups_cut_e", no_name);
+  return name_of(enumeration_bits(value), NAMES, "cups_cut_e", no_name);
 }
 
 char const* to_string(cups_edge_e value)
@@ -95,7 +92,7 @@ char const* to_string(cups_edge_e value)
       "CUPS_EDGE_LEFT",
   };
   static NoName no_name;
-  return name_of(std::bit_cast<int>(value), NAMES, "cups_edge_e", no_name);
+  return name_of(enumeration_bits(value), NAMES, "cups_edge_e", no_name);
 }
 
 char const* to_string(cups_jog_e value)
@@ -107,7 +104,7 @@ char const* to_string(cups_jog_e value)
       "CUPS_JOG_SET",
   };
   static NoName no_name;
-  return name_of(std::bit_cast<int>(value), NAMES, "cups_jog_e", no_name);
+  return name_of(enumeration_bits(value), NAMES, "cups_jog_e", no_name);
 }
 
 char const* to_string(cups_order_e value)
@@ -118,7 +115,7 @@ char const* to_string(cups_order_e value)
       "CUPS_ORDER_PLANAR",
   };
   static NoName no_name;
-  return name_of(std::bit_cast<int>(value), NAMES, "cups_order_e", no_name);
+  return name_of(enumeration_bits(value), NAMES, "cups_order_e", no_name);
 }
 
 char const* to_string(cups_orient_e value)
@@ -130,7 +127,7 @@ char const* to_string(cups_orient_e value)
       "CUPS_ORIENT_270",
   };
   static NoName no_name;
-  return name_of(std::bit_cast<int>(value), NAMES, "cups_orient_e", no_name);
+  return name_of(enumeration_bits(value), NAMES, "cups_orient_e", no_name);
 }
 
 namespace {
@@ -158,7 +155,7 @@ void write_pair(char const* field, unsigned const* values, char const* comment)
 template <typename Enumeration>
 void write_name(char const* field, Enumeration const& value, char const* comment)
 {
-  write_text(field, to_string(static_cast<Enumeration>(std::bit_cast<int>(value))), comment);
+  write_text(field, to_string(static_cast<Enumeration>(enumeration_bits(value))), comment);
 }
 
 void dump_texts(cups_page_header_t const* header)

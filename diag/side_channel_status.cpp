@@ -1,8 +1,9 @@
 // Names of the side channel's status codes, for the log.
 #include "diag/side_channel_status.h"
 
-#include <bit>
 #include <iterator>
+
+#include "diag/enumeration_bits.h"
 
 char const* to_string(cups_sc_status_e status)
 {
@@ -13,8 +14,7 @@ char const* to_string(cups_sc_status_e status)
       "CUPS_SC_STATUS_TOO_BIG",     "CUPS_SC_STATUS_NOT_IMPLEMENTED",
   };
 
-  // The bits, not the value: a backend's status may be none of the enumerators, and
-  // as an unsigned number a negative one fails the same range test.
-  auto const number = std::bit_cast<unsigned>(status);
+  // Taken as unsigned, a negative number fails the same range test.
+  auto const number = static_cast<unsigned>(enumeration_bits(status));
   return number < std::size(NAMES) ? NAMES[number] : "UNKNOWN";
 }

@@ -1,5 +1,4 @@
 // The filter's run: command line, probe, wake-up, then one directive after the other.
-#include <cups/cups.h>
 #include <cups/file.h>
 #include <cups/sidechannel.h>
 

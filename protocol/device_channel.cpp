@@ -75,7 +75,7 @@ bool send_and_collect(Exchange const& use, ReplyBuffer& reply)
 
 }  // namespace
 
-bool exchange(Exchange const& use, ReplyBuffer& reply)
+bool run_exchange(Exchange const& use, ReplyBuffer& reply)
 {
   write_message("DEBUG: ", use.name, "() START\n");
   bool const succeeded = send_and_collect(use, reply);
@@ -86,5 +86,5 @@ bool exchange(Exchange const& use, ReplyBuffer& reply)
 int wr_esc_wakeup()
 {
   ReplyBuffer reply;
-  return exchange(WAKE_UP, reply) ? 0 : -1;
+  return run_exchange(WAKE_UP, reply) ? 0 : -1;
 }

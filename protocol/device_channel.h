@@ -30,7 +30,7 @@ inline constexpr Exchange JOB_STATUS{"get_job_status", {"\033V10\0\0", 6}, 20, 0
 // Returns false when the command cannot be written or flushed, or when a read brings
 // nothing before the reply is complete; each failure is logged as a "DEBUG:" line. Bytes
 // of a reply that was cut short are lost with the buffer.
-bool exchange(Exchange const& use, ReplyBuffer& reply);
+bool run_exchange(Exchange const& use, ReplyBuffer& reply);
 
 // Wakes the printer and gives it half a second. Returns 0, also when the drain failed,
 // or -1 when the command cannot be written or flushed.

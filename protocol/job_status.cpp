@@ -1,18 +1,18 @@
 // The printer's job status reply: four status bytes at a fixed offset.
 #include "protocol/job_status.h"
 
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
 
 namespace {
 
-constexpr int STATUS = 8;  // offset of the first of the four bytes
+constexpr std::size_t STATUS = 8;  // offset of the first of the four bytes
 
-// Job state codes, the first status byte; with every code not listed here the printer
-// is ready. With the last one, 'P', the second status byte decides.
+// Job state codes, the first status byte; with every code not listed the printer is ready.
 constexpr std::uint8_t NOT_READY[] = {0x10, 0x20};
-constexpr std::uint8_t DEPENDS = 0x50;
-constexpr std::uint8_t READY_FROM = 0x30;
+constexpr std::uint8_t DEPENDS = 0x50;     // on the second status byte, which says ready
+constexpr std::uint8_t READY_FROM = 0x30;  // from here on
 
 }  // namespace
 

@@ -19,7 +19,7 @@ public:
   static JobStatus Parse(char const* reply);
 
   [[nodiscard]] bool isAvailable() const;
-  // The printer would take a new job now. False when no reply could be had.
+  // The status bytes say that the printer is ready. False when no reply could be had.
   [[nodiscard]] bool isReady() const;
   // Text for the log: "UNAVAILABLE", or the four bytes as "0x50,0x31,0x00,0x00".
   [[nodiscard]] std::string to_string() const;

@@ -37,8 +37,8 @@ PrinterInfo query_until_awake()
 PrinterInfo get_printer_info()
 {
   ReplyBuffer reply;
-  return exchange(PRINTER_STATUS, reply) ? PrinterInfo::Parse(reply.data())
-                                         : PrinterInfo::Unavailable();
+  return run_exchange(PRINTER_STATUS, reply) ? PrinterInfo::Parse(reply.data())
+                                             : PrinterInfo::Unavailable();
 }
 
 PrinterInfo get_printer_info_retry()
@@ -52,5 +52,6 @@ PrinterInfo get_printer_info_retry()
 JobStatus get_job_status()
 {
   ReplyBuffer reply;
-  return exchange(JOB_STATUS, reply) ? JobStatus::Parse(reply.data()) : JobStatus::Unavailable();
+  return run_exchange(JOB_STATUS, reply) ? JobStatus::Parse(reply.data())
+                                         : JobStatus::Unavailable();
 }

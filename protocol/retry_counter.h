@@ -11,6 +11,7 @@ public:
   // Records one attempt. A failure is counted, and takes back an earlier success; an
   // expired counter records nothing any more.
   void Test(bool ok);
+  // Kept: the questions are not const, so only the loop that owns the counter asks them.
   bool isExpired();
   bool isFulfilled();
   // Text for the log, with the failures so far and the limit: "retrying(3/60)",

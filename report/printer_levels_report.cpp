@@ -8,6 +8,7 @@
 
 namespace {
 
+// Kept: filter(7) has these two the other way round; clients show either as "no level".
 constexpr int LEVELS_UNAVAILABLE = -2;
 constexpr int LEVEL_UNKNOWN = -1;
 constexpr std::uint16_t COUNT_UNKNOWN = 0xffff;

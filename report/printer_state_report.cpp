@@ -17,7 +17,7 @@ using Reasons = std::vector<std::string_view>;  // ascending, each once
 
 // Puts a reason into its place, unless it stands there. Looks from the end, since most
 // rows of the table come in ascending order.
-void insert(Reasons& known, std::string_view reason)
+void insert_in_order(Reasons& known, std::string_view reason)
 {
   auto place = known.end();
   while (place != known.begin() && reason < place[-1]) --place;
@@ -32,10 +32,10 @@ Reasons known_reasons()
   for (PrinterStateReason const& row : PRINTER_STATE_REASONS)
     for (char const* reason : row.reasons) {
       if (!reason) break;
-      insert(known, reason);
+      insert_in_order(known, reason);
     }
-  insert(known, UNAVAILABLE_REASON);
-  insert(known, UNDEFINED_ERROR_REASON);
+  insert_in_order(known, UNAVAILABLE_REASON);
+  insert_in_order(known, UNDEFINED_ERROR_REASON);
   return known;
 }
 

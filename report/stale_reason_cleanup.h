@@ -3,8 +3,9 @@
 
 // Writes "STATE: -" to standard error for every reason that the scheduler reports for the
 // default destination, whoever set it; for a healthy queue that is the reason "none".
-// Without a default destination, or without reasons, nothing is removed.
+// Nothing is removed without a default destination or without the option that lists its
+// reasons; an empty list gives one line for "(null)".
 //
-// libcups picks scheduler and default destination, and it alone reads the environment for
-// that: CUPS_SERVER and client.conf name the scheduler, LPDEST and PRINTER the default.
+// libcups picks scheduler and default destination, and it alone looks for them: in the
+// environment (CUPS_SERVER, LPDEST, PRINTER) and in its client.conf and lpoptions files.
 void clean_printer_state();
