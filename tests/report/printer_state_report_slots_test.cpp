@@ -1,0 +1,154 @@
+// The "STATE:" lines with a reason table that uses all its slots. The product's own table
+// never has more than one keyword a row; this one takes its place in this program.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "report/printer_state_reasons.h"
+#include "report/printer_state_report.h"
+#include "tests/support/stderr_capture.h"
+
+PrinterStateReason const PRINTER_STATE_REASONS[38] = {
+    {{0, 0, 0}, {}},
+    {{2, 0, 0}, {"two-b", "two-a"}},
+    {{3, 0, 0}, {"three-c", "three-a", "three-b"}},
+    {{4, 0, 0}, {"four-d", "four-c", "four-b", "four-a"}},
+    {{5, 0, 0}, {"two-a", "shared"}},        // one keyword of another row
+    {{6, 0, 0}, {"same", "same"}},           // one keyword twice
+    {{7, 0, 0}, {"gap", nullptr, "never"}},  // a keyword behind the end of the list
+    {{8, 0, 0}, {nullptr, "never"}},         // the same, at once
+    {{2, 0, 0}, {"second-match"}},           // the code of an earlier row
+    {{9, 0, 0}, {"gap-longer"}},             // the longer of two with a common start
+    {{10, 0, 0}, {"Upper", "\xc3\xa9"}},     // bytes around the lower-case letters
+    // The rows up to the last have a code of zeros, which row 0 takes, and no keyword.
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {{0xff, 0xff, 0xff}, {"last"}},
+};
+
+namespace {
+
+// Every keyword of the table and the undefined error's, in ascending order of bytes.
+char const* const KNOWN[] = {
+    "Upper",        "com.velmo-error0023",
+    "four-a",       "four-b",
+    "four-c",       "four-d",
+    "gap",          "gap-longer",
+    "last",         "same",
+    "second-match", "shared",
+    "three-a",      "three-b",
+    "three-c",      "two-a",
+    "two-b",        "\xc3\xa9",
+};
+
+// The additions in this order, then the removal of every other known keyword.
+std::string lines(std::vector<std::string> const& added)
+{
+  std::string text;
+  for (std::string const& keyword : added) text += "STATE: +" + keyword + "\n";
+  for (char const* keyword : KNOWN) {
+    if (std::find(added.begin(), added.end(), keyword) == added.end()) {
+      text += std::string("STATE: -") + keyword + "\n";
+    }
+  }
+  return text;
+}
+
+std::string reported(unsigned char first_byte)
+{
+  unsigned char const code[3] = {first_byte, 0, 0};
+  StderrCapture capture;
+  update_printer_state(PrinterState::Error(&code));
+  return capture.take();
+}
+
+TEST(ReasonSlots, TheGoodStateRemovesTheKeywordsOfAllSlots) { EXPECT_EQ(reported(0), lines({})); }
+
+TEST(ReasonSlots, TwoKeywordsAreAddedInSlotOrder)
+{
+  EXPECT_EQ(reported(2), lines({"two-b", "two-a"}));
+}
+
+TEST(ReasonSlots, ThreeKeywordsAreAddedInSlotOrder)
+{
+  EXPECT_EQ(reported(3), lines({"three-c", "three-a", "three-b"}));
+}
+
+TEST(ReasonSlots, ARowThatFillsAllSlotsNeedsNoEnd)
+{
+  EXPECT_EQ(reported(4), lines({"four-d", "four-c", "four-b", "four-a"}));
+}
+
+TEST(ReasonSlots, AKeywordOfTwoRowsIsKnownOnce)
+{
+  EXPECT_EQ(reported(5), lines({"two-a", "shared"}));
+}
+
+TEST(ReasonSlots, AKeywordInTwoSlotsIsAddedTwice)
+{
+  EXPECT_EQ(reported(6), lines({"same", "same"}));
+}
+
+TEST(ReasonSlots, TheFirstNullSlotEndsTheList)
+{
+  EXPECT_EQ(reported(7), lines({"gap"}));
+  EXPECT_EQ(reported(8), lines({}));
+}
+
+TEST(ReasonSlots, TheFirstMatchingRowIsTaken)
+{
+  EXPECT_EQ(reported(2).find("STATE: +second-match"), std::string::npos);
+}
+
+TEST(ReasonSlots, AShorterKeywordIsRemovedBeforeALongerOne)
+{
+  EXPECT_EQ(reported(9), lines({"gap-longer"}));
+  EXPECT_NE(reported(2).find("STATE: -gap\nSTATE: -gap-longer\n"), std::string::npos);
+}
+
+TEST(ReasonSlots, KeywordsAreOrderedByTheirBytes)
+{
+  EXPECT_EQ(reported(10), lines({"Upper", "\xc3\xa9"}));
+}
+
+TEST(ReasonSlots, TheLastRowIsLookedUp)
+{
+  unsigned char const code[3] = {0xff, 0xff, 0xff};
+  StderrCapture capture;
+  update_printer_state(PrinterState::Error(&code));
+  EXPECT_EQ(capture.take(), lines({"last"}));
+}
+
+TEST(ReasonSlots, AnUnknownCodeAddsTheUndefinedReason)
+{
+  EXPECT_EQ(reported(99), "DEBUG: encountered undefined error number (0x63,0x00,0x00)\n"
+                              + lines({"com.velmo-error0023"}));
+}
+
+}  // namespace
