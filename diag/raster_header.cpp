@@ -149,7 +149,12 @@ void write_number(char const* field, unsigned value, char const* comment)
 // The first two of `values`.
 void write_pair(char const* field, unsigned const* values, char const* comment)
 {
-  write_text(field, "(" + number_text(values[0]) + "," + number_text(values[1]) + ")", comment);
+  std::string pair = "(";
+  pair += number_text(values[0]);
+  pair += ',';
+  pair += number_text(values[1]);
+  pair += ')';
+  write_text(field, pair, comment);
 }
 
 template <typename Enumeration>

@@ -1,0 +1,77 @@
+// The escape commands as the printer hears them: a byte stream cut into commands.
+#include "sim/command_parser.h"
+
+#include <algorithm>
+
+namespace sim {
+
+namespace {
+
+struct Row {
+  Command command;
+  char const* name;
+  std::vector<std::uint8_t> bytes;
+};
+
+// No command is the start of another, so a whole command is certain at its last byte.
+Row const COMMANDS[] = {
+    {Command::WakeUp, "wake-up", {0x1b, 'E', 'W', 'U'}},
+    {Command::StatusQuery, "status query", {0x1b, 'V', '2', '1'}},
+    {Command::JobStatusQuery, "job status query", {0x1b, 'V', '1', '0', 0x00, 0x00}},
+};
+
+// The first command that starts with these bytes, or null.
+Row const* command_starting_with(std::vector<std::uint8_t> const& bytes)
+{
+  auto const* const row = std::ranges::find_if(COMMANDS, [&](Row const& candidate) {
+    return bytes.size() <= candidate.bytes.size()
+           && std::equal(bytes.begin(), bytes.end(), candidate.bytes.begin());
+  });
+  return row == std::end(COMMANDS) ? nullptr : row;
+}
+
+}  // namespace
+
+char const* name(Command command)
+{
+  auto const* const row = std::ranges::find(COMMANDS, command, &Row::command);
+  return row == std::end(COMMANDS) ? "unknown byte" : row->name;
+}
+
+std::vector<Heard> CommandParser::feed(std::span<std::uint8_t const> bytes)
+{
+  std::vector<Heard> heard;
+  for (auto const byte : bytes) {
+    pending.push_back(byte);
+    settle(heard);
+  }
+  return heard;
+}
+
+std::vector<Heard> CommandParser::finish()
+{
+  std::vector<Heard> heard;
+  for (auto const byte : pending) heard.push_back({Command::Unknown, byte});
+  pending.clear();
+  return heard;
+}
+
+// Moves out of `pending` what can be no start of a command any more. Only the first byte is
+// given up at a time: the command may begin at any of the bytes after it.
+void CommandParser::settle(std::vector<Heard>& heard)
+{
+  while (!pending.empty()) {
+    auto const* const row = command_starting_with(pending);
+    if (row == nullptr) {
+      heard.push_back({Command::Unknown, pending.front()});
+      pending.erase(pending.begin());
+    } else if (row->bytes.size() == pending.size()) {
+      heard.push_back({row->command});
+      pending.clear();
+    } else {
+      return;
+    }
+  }
+}
+
+}  // namespace sim

@@ -1,0 +1,49 @@
+// One connection to the printer: hears commands and sends the answers, in order.
+#pragma once
+
+#include <array>
+#include <asio/ip/tcp.hpp>
+#include <asio/steady_timer.hpp>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory>
+
+#include "sim/command_parser.h"
+#include "sim/printer_model.h"
+
+namespace sim {
+
+// Lives as long as an operation on its socket or timer is under way.
+class Connection : public std::enable_shared_from_this<Connection> {
+public:
+  // REQUIRES: `printer` outlives the connection.
+  Connection(asio::ip::tcp::socket peer, PrinterModel& model);
+
+  void start();
+
+private:
+  struct Answer {
+    Command command;
+    std::size_t length;        // of the whole reply
+    std::deque<Bytes> pieces;  // not yet sent
+  };
+
+  void read();
+  void hear(Heard const& heard);
+  void end_of_input();
+  void answer(Command command, Bytes const& reply);
+  void send_next();
+  void send_piece();
+  void close();
+
+  asio::ip::tcp::socket socket;
+  asio::steady_timer timer;
+  PrinterModel& printer;
+  CommandParser parser;
+  std::array<std::uint8_t, 4096> received{};
+  std::deque<Answer> answers;  // the first is being sent
+  bool input_ended = false;
+};
+
+}  // namespace sim
