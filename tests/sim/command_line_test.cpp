@@ -1,0 +1,156 @@
+// The command line of the real simulator: what it offers and what it refuses.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "simulator_process.h"
+#include "tcp_peer.h"
+
+namespace {
+
+struct Refused {
+  std::vector<std::string> options;
+  char const* message;  // the first line of standard error
+};
+
+}  // namespace
+
+TEST(SimulatorCommandLine, HelpTellsEveryOptionWithItsUnitAndDefault)
+{
+  SimulatorProcess simulator({"--help"});
+  auto const help = simulator.rest_of_output();
+  for (auto const& [option, words] : std::vector<std::array<std::string, 2>>{
+           {"--port 0..65535 ", "TCP port on 127.0.0.1, 0 picks a free one (default 0)\n"},
+           {"--error \"HH HH HH\" ", "three hex bytes (default 00 00 00)\n"},
+           {"--total 0..65535 ", "in prints (default 700)\n"},
+           {"--remaining 0..65535 ", "Prints left on the ribbon (default 350)\n"},
+           {"--ink-sheet HH ", "one hex byte (default 84)\n"},
+           {"--power HH ", "00 is awake (default 00)\n"},
+           {"--mechanism \"HH HH\" ", "two hex bytes (default 00 00)\n"},
+           {"--memory HH ", "ff is full (default 00)\n"},
+           {"--asleep 0..65535 ", "before it is awake (default 0)\n"},
+           {"--reply-length 0..65535 ", "in bytes (default 192)\n"},
+           {"--fragments N,N,...|whole ",
+            "in bytes; the rest goes as a last piece (default whole)\n"},
+           {"--delay 0..65535 ", "in milliseconds (default 0)\n"},
+           {"--silent ", "Never answer (default off)\n"},
+           {"--close-after-wake-up ", "has been heard (default off)\n"},
+           {"--job-status \"HH HH HH HH\" ", "(default 00 00 00 00)\n"},
+           {"--job-reply-length 0..65535", "in bytes (default 20)\n"},
+       }) {
+    auto const start = help.find("\n  " + option);
+    ASSERT_NE(start, std::string::npos) << option << " in\n" << help;
+    auto const end = help.find('\n', start + 1) + 1;
+    auto const line = help.substr(start + 1, end - start - 1);
+    ASSERT_GE(line.size(), words.size()) << line;
+    EXPECT_EQ(line.substr(line.size() - words.size()), words) << line;
+  }
+  EXPECT_EQ(simulator.exit_status(), 0);
+}
+
+TEST(SimulatorCommandLine, AWrongOptionOrValueEndsWithStatusTwoAndSaysWhy)
+{
+  for (auto const& [options, message] : std::vector<Refused>{
+           {{"--bogus"}, "The following argument was not expected: --bogus"},
+           {{"extra"}, "The following argument was not expected: extra"},
+           {{"--port", "65536"}, "--port: bad value \"65536\": expected 0..65535"},
+           {{"--port", "http"}, "--port: bad value \"http\": expected 0..65535"},
+           {{"--port="}, "--port: 1 required 0..65535 missing"},
+           {{"--error", "06 02"}, "--error: bad value \"06 02\": expected HH HH HH"},
+           {{"--error", "06", "02", "02"}, "--error: bad value \"06\": expected HH HH HH"},
+           {{"--error"}, "--error: 1 required \"HH HH HH\" missing"},
+           {{"--total", "65536"}, "--total: bad value \"65536\": expected 0..65535"},
+           {{"--total=-1"}, "--total: bad value \"-1\": expected 0..65535"},
+           {{"--remaining", "few"}, "--remaining: bad value \"few\": expected 0..65535"},
+           {{"--ink-sheet", "0x84"}, "--ink-sheet: bad value \"0x84\": expected HH"},
+           {{"--power", "1"}, "--power: bad value \"1\": expected HH"},
+           {{"--mechanism", "20"}, "--mechanism: bad value \"20\": expected HH HH"},
+           {{"--memory", "fff"}, "--memory: bad value \"fff\": expected HH"},
+           {{"--asleep", "x"}, "--asleep: bad value \"x\": expected 0..65535"},
+           {{"--reply-length", "70000"}, "--reply-length: bad value \"70000\": expected 0..65535"},
+           {{"--fragments", "100,0"}, "--fragments: bad value \"100,0\": expected N,N,...|whole"},
+           {{"--delay", "1s"}, "--delay: bad value \"1s\": expected 0..65535"},
+           {{"--silent", "on"}, "The following argument was not expected: on"},
+           {{"--job-status", "50 31 00"},
+            "--job-status: bad value \"50 31 00\": expected HH HH HH HH"},
+           {{"--job-reply-length", "a"}, "--job-reply-length: bad value \"a\": expected 0..65535"},
+       }) {
+    SimulatorProcess simulator(options);
+    EXPECT_EQ(simulator.next_error_line(), message);
+    EXPECT_EQ(simulator.rest_of_output(), "");
+    EXPECT_EQ(simulator.exit_status(), 2);
+  }
+}
+
+TEST(SimulatorCommandLine, APortThatIsTakenEndsWithStatusOneAndSaysWhy)
+{
+  SimulatorProcess first({});
+  auto const port = std::to_string(first.port());
+  SimulatorProcess second({"--port", port});
+  EXPECT_EQ(second.next_error_line(), "cannot listen on port " + port + ": Address already in use");
+  EXPECT_EQ(second.exit_status(), 1);
+}
+
+TEST(SimulatorCommandLine, AGivenPortIsUsed)
+{
+  std::uint16_t port = 0;
+  {
+    SimulatorProcess first({"--port", "0"});
+    port = first.port();
+    EXPECT_GT(port, 0);
+  }
+  SimulatorProcess second({"--port", std::to_string(port)});
+  EXPECT_EQ(second.port(), port);
+}
+
+TEST(SimulatorCommandLine, EveryOptionSetsItsFieldOfTheReplies)
+{
+  SimulatorProcess simulator({"--error",
+                              "01 02 03",
+                              "--total",
+                              "1027",
+                              "--remaining=1541",
+                              "--ink-sheet",
+                              "07",
+                              "--power",
+                              "08",
+                              "--mechanism",
+                              "09 0a",
+                              "--memory",
+                              "0b",
+                              "--asleep",
+                              "1",
+                              "--reply-length",
+                              "152",
+                              "--job-status",
+                              "0c 0d 0e 0f",
+                              "--job-reply-length",
+                              "12"});
+  TcpPeer const peer(simulator.port());
+  peer.send({0x1b, 'V', '2', '1', 0x1b, 'V', '2', '1', 0x1b, 'V', '1', '0', 0, 0});
+  peer.half_close();
+
+  TcpPeer::Bytes expected(152 + 152 + 12);
+  for (std::size_t const reply : {0U, 152U}) {
+    expected[reply + 4] = 0x0b;
+    expected[reply + 5] = reply == 0 ? 0x01 : 0x08;
+    expected[reply + 128] = 0x09;
+    expected[reply + 129] = 0x0a;
+    expected[reply + 131] = 0x01;
+    expected[reply + 132] = 0x02;
+    expected[reply + 133] = 0x03;
+    expected[reply + 145] = 0x07;
+    expected[reply + 148] = 0x04;
+    expected[reply + 149] = 0x03;
+    expected[reply + 150] = 0x06;
+    expected[reply + 151] = 0x05;
+  }
+  expected[312] = 0x0c;
+  expected[313] = 0x0d;
+  expected[314] = 0x0e;
+  expected[315] = 0x0f;
+  EXPECT_EQ(peer.receive_all(), expected);
+}

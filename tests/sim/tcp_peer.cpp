@@ -1,0 +1,73 @@
+// The other side of a connection to the simulator, as a spooler's backend would be.
+#include "tcp_peer.h"
+
+#include <gtest/gtest.h>
+#include <linux/tcp.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+constexpr timeval PATIENCE{60, 0};  // far beyond what the slowest machine needs
+
+}  // namespace
+
+TcpPeer::TcpPeer(std::uint16_t port) : descriptor(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
+{
+  setsockopt(descriptor, SOL_SOCKET, SO_RCVTIMEO, &PATIENCE, sizeof PATIENCE);
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(port);
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  EXPECT_EQ(connect(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+}
+
+TcpPeer::~TcpPeer()
+{
+  if (descriptor >= 0) close(descriptor);
+}
+
+void TcpPeer::send(Bytes const& bytes) const
+{
+  EXPECT_EQ(::send(descriptor, bytes.data(), bytes.size(), MSG_NOSIGNAL),
+            static_cast<ssize_t>(bytes.size()));
+}
+
+void TcpPeer::half_close() const { EXPECT_EQ(shutdown(descriptor, SHUT_WR), 0); }
+
+void TcpPeer::vanish()
+{
+  linger const reset{1, 0};
+  setsockopt(descriptor, SOL_SOCKET, SO_LINGER, &reset, sizeof reset);
+  close(descriptor);
+  descriptor = -1;
+}
+
+TcpPeer::Bytes TcpPeer::receive(std::size_t count) const
+{
+  Bytes received;
+  std::array<std::uint8_t, 4096> bytes{};
+  while (received.size() < count) {
+    auto const room = std::min(bytes.size(), count - received.size());
+    auto const size = recv(descriptor, bytes.data(), room, 0);
+    EXPECT_GE(size, 0) << "the simulator neither answers nor closes";
+    if (size <= 0) break;
+    received.insert(received.end(), bytes.begin(), bytes.begin() + size);
+  }
+  return received;
+}
+
+TcpPeer::Bytes TcpPeer::receive_all() const { return receive(SIZE_MAX); }
+
+unsigned TcpPeer::segments() const
+{
+  tcp_info info{};
+  socklen_t size = sizeof info;
+  EXPECT_EQ(getsockopt(descriptor, IPPROTO_TCP, TCP_INFO, &info, &size), 0);
+  return info.tcpi_data_segs_in;
+}
