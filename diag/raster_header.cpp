@@ -20,7 +20,7 @@ char const* name_of(int value, std::span<char const* const> names, char const* t
   auto const index = static_cast<unsigned>(value);
   if (index < names.size() && names[index]) return names[index];
   std::snprintf(no_name, sizeof no_name, "%s(%d)", type, value);
-  return no_name;
+  return &no_name[0];
 }
 
 }  // namespace

@@ -20,8 +20,8 @@ using Reasons = std::vector<std::string_view>;  // ascending, each once
 void insert_in_order(Reasons& known, std::string_view reason)
 {
   auto place = known.end();
-  while (place != known.begin() && reason < place[-1]) --place;
-  if (place == known.begin() || place[-1] != reason) known.insert(place, reason);
+  while (place != known.begin() && reason < *std::prev(place)) --place;
+  if (place == known.begin() || *std::prev(place) != reason) known.insert(place, reason);
 }
 
 // Every keyword that the filter may ever have added to the queue.
