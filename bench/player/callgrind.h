@@ -1,0 +1,15 @@
+// Instructions that a program executes in user space, counted by Valgrind: unlike a time,
+// the same number in every run.
+#pragma once
+
+#include <map>
+#include <string>
+
+// By object file, named by the last part of its path.
+using Instructions = std::map<std::string, double>;
+
+// Runs the program once on the command file, under Callgrind. Throws std::runtime_error when
+// that fails.
+Instructions count_instructions(std::string const& program, std::string const& command_file);
+
+double total(Instructions const& instructions);

@@ -1,0 +1,157 @@
+// What the scheduler, the backend and the printer do for one job.
+#include "bench/player/played_job.h"
+
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+
+#include <array>
+#include <stdexcept>
+
+#include "bench/player/start_program.h"
+
+namespace {
+
+constexpr char SC_DRAIN_OUTPUT = 2;
+constexpr char SC_GET_BIDI = 3;
+constexpr char SC_OK = 1;
+
+struct Ends {
+  FileDescriptor program;
+  FileDescriptor harness;
+};
+
+Ends socket_ends(int type)
+{
+  std::array<int, 2> ends{};
+  if (socketpair(AF_UNIX, type | SOCK_CLOEXEC, 0, ends.data()) != 0)
+    throw std::runtime_error("socketpair");
+  return {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
+}
+
+enum class Towards : std::uint8_t { Program, Harness };
+
+Ends pipe_ends(Towards reader)
+{
+  std::array<int, 2> ends{};
+  if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("pipe2");
+  if (reader == Towards::Program) return {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
+  return {FileDescriptor(ends[1]), FileDescriptor(ends[0])};
+}
+
+void never_block(FileDescriptor const& end) { fcntl(end.get(), F_SETFL, O_NONBLOCK); }
+
+void send(FileDescriptor const& end, std::string const& bytes)
+{
+  if (write(end.get(), bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size()))
+    throw std::runtime_error("the program does not take its answer");
+}
+
+// Half of the ribbon is left, and everything else is as well as can be.
+std::string status_reply()
+{
+  std::string reply(192, '\0');
+  reply[145] = '\x84';
+  reply.replace(148, 4, "\x02\xbc\x01\x5e");
+  return reply;
+}
+
+double microseconds(timeval const& time)
+{
+  return 1e6 * static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec);
+}
+
+double microseconds(std::chrono::steady_clock::duration time)
+{
+  return std::chrono::duration<double, std::micro>(time).count();
+}
+
+}  // namespace
+
+PlayedJob::PlayedJob(Job const& job) : start_(Clock::now())
+{
+  FileDescriptor const input(open("/dev/null", O_RDONLY | O_CLOEXEC));
+  Ends device = pipe_ends(Towards::Harness);
+  Ends messages =
+      job.messages == Messages::Pipe ? pipe_ends(Towards::Harness) : socket_ends(SOCK_SEQPACKET);
+  Ends back_channel = pipe_ends(Towards::Program);
+  Ends side_channel = socket_ends(SOCK_STREAM);
+  for (FileDescriptor const* end :
+       {&device.harness, &messages.harness, &back_channel.program, &side_channel.harness})
+    never_block(*end);
+
+  device_ = std::move(device.harness);
+  messages_ = std::move(messages.harness);
+  back_channel_ = std::move(back_channel.harness);
+  side_channel_ = std::move(side_channel.harness);
+  start_ = Clock::now();
+  pid_ = start_program(job, {input.get(), device.program.get(), messages.program.get(),
+                             back_channel.program.get(), side_channel.program.get()});
+}
+
+FileDescriptor& PlayedJob::end_of(Channel channel)
+{
+  if (channel == Channel::Device) return device_;
+  return channel == Channel::Messages ? messages_ : side_channel_;
+}
+
+int PlayedJob::descriptor(Channel channel) const
+{
+  return const_cast<PlayedJob*>(this)->end_of(channel).get();
+}
+
+void PlayedJob::hear(Channel channel)
+{
+  std::array<char, 65536> buffer;
+  ssize_t const got = read(descriptor(channel), buffer.data(), buffer.size());
+  if (got < 0 && errno == EAGAIN) return;
+  if (got <= 0) {
+    end_of(channel).reset();
+    return;
+  }
+  std::string const bytes(buffer.data(), static_cast<size_t>(got));
+  if (channel == Channel::Device) hear_device(bytes);
+  if (channel == Channel::Messages) hear_message(bytes);
+  if (channel == Channel::SideChannel) hear_request(bytes);
+}
+
+void PlayedJob::hear_device(std::string const& bytes)
+{
+  if (bytes != "\x1bV21") return;
+  send(back_channel_, status_reply());
+  replied_ = Clock::now();
+}
+
+void PlayedJob::hear_message(std::string const& text)
+{
+  if (text.find("STATE:") != std::string::npos)
+    outcome_.report = microseconds(Clock::now() - replied_);
+  outcome_.messages.push_back(text);
+}
+
+void PlayedJob::hear_request(std::string const& frame)
+{
+  bool const probe = frame[0] == SC_GET_BIDI;
+  if (frame[0] == SC_DRAIN_OUTPUT) asleep_ = true;
+  std::string const data = probe ? "\x01" : "";
+  send(side_channel_, std::string{frame[0], SC_OK, 0, static_cast<char>(data.size())} + data);
+}
+
+bool PlayedJob::has_ended() const
+{
+  return device_.get() < 0 && messages_.get() < 0 && side_channel_.get() < 0;
+}
+
+Outcome PlayedJob::finish()
+{
+  int status = 0;
+  rusage used{};
+  if (wait4(pid_, &status, 0, &used) != pid_) throw std::runtime_error("wait4");
+  outcome_.wall = microseconds(Clock::now() - start_);
+  outcome_.cpu = microseconds(used.ru_utime) + microseconds(used.ru_stime);
+  if (status == 0) return std::move(outcome_);
+
+  std::string said;
+  for (std::string const& message : outcome_.messages) said += message;
+  throw std::runtime_error("a program failed after saying:\n" + said);
+}
