@@ -122,7 +122,7 @@ TEST(StateCommand, QuitWithAValueIsRefused)
 TEST(StateCommand, AnUnknownCommandIsToldTheKnownOnes)
 {
   PrinterModel printer;
-  for (std::string const word : {"bogus", "Error", "erro", "errors", "error,"}) {
+  for (std::string const word : {"bogus", "Error", "errors", "error,"}) {
     EXPECT_EQ(run_state_command(printer, word + " 06 02 02"),
               (CommandResult{Kind::Refused,
                              "unknown command \"" + word
