@@ -2,6 +2,7 @@
 #include "sim/command_parser.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace sim {
 
@@ -10,14 +11,14 @@ namespace {
 struct Row {
   Command command;
   char const* name;
-  std::vector<std::uint8_t> bytes;
+  std::string_view bytes;
 };
 
 // No command is the start of another, so a whole command is certain at its last byte.
-Row const COMMANDS[] = {
-    {Command::WakeUp, "wake-up", {0x1b, 'E', 'W', 'U'}},
-    {Command::StatusQuery, "status query", {0x1b, 'V', '2', '1'}},
-    {Command::JobStatusQuery, "job status query", {0x1b, 'V', '1', '0', 0x00, 0x00}},
+constexpr Row COMMANDS[] = {
+    {Command::WakeUp, "wake-up", {"\033EWU", 4}},
+    {Command::StatusQuery, "status query", {"\033V21", 4}},
+    {Command::JobStatusQuery, "job status query", {"\033V10\0\0", 6}},
 };
 
 // The first command that starts with these bytes, or null.
@@ -25,7 +26,10 @@ Row const* command_starting_with(std::vector<std::uint8_t> const& bytes)
 {
   auto const* const row = std::ranges::find_if(COMMANDS, [&](Row const& candidate) {
     return bytes.size() <= candidate.bytes.size()
-           && std::equal(bytes.begin(), bytes.end(), candidate.bytes.begin());
+           && std::equal(bytes.begin(), bytes.end(), candidate.bytes.begin(),
+                         [](std::uint8_t heard, char expected) {
+                           return heard == static_cast<std::uint8_t>(expected);
+                         });
   });
   return row == std::end(COMMANDS) ? nullptr : row;
 }

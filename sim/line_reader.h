@@ -11,9 +11,9 @@ namespace sim {
 
 class LineReader {
 public:
-  // Hands every line of the descriptor, without its newline, to `on_line`; stays quiet from the
+  // Hands every line of the descriptor, without its newline, to the callback; stays quiet from the
   // end of input on, or from the start if the descriptor cannot be read.
-  LineReader(asio::io_context& io, int descriptor, std::function<void(std::string_view)> on_line);
+  LineReader(asio::io_context& io, int source, std::function<void(std::string_view)> callback);
   // Gives the descriptor back as it was: a terminal is shared with the shell.
   ~LineReader();
 

@@ -1,10 +1,10 @@
 // The simulator's command line: a network printer on this machine that a person can play.
-#include <signal.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
 #include <asio/io_context.hpp>
 #include <asio/signal_set.hpp>
+#include <csignal>
 #include <cstdint>
 #include <cstdio>
 #include <string>

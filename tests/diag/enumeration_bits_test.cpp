@@ -14,10 +14,10 @@ namespace {
 TEST(EnumerationBits, ANumberComesBackAsItWasStored)
 {
   for (int number : {0, 1, 2, 255, 256, -1, -128, INT_MAX, INT_MIN}) {
-    cups_bool_e boolean;
+    cups_bool_e boolean = CUPS_FALSE;
     store_number(boolean, number);
     EXPECT_EQ(enumeration_bits(boolean), number);
-    cups_sc_status_e status;
+    cups_sc_status_e status = CUPS_SC_STATUS_NONE;
     store_number(status, number);
     EXPECT_EQ(enumeration_bits(status), number);
   }

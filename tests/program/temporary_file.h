@@ -20,7 +20,7 @@ public:
   TemporaryFile& operator=(TemporaryFile const&) = delete;
   ~TemporaryFile() { unlink(path_.c_str()); }
 
-  std::string const& path() const { return path_; }
+  [[nodiscard]] std::string const& path() const { return path_; }
 
 private:
   std::string path_ = "/tmp/command-file-XXXXXX";
