@@ -23,7 +23,7 @@ void append_line(std::string& text, char const* label, int offset, unsigned char
                  int count)
 {
   int digits = OFFSET_DIGITS;
-  while (digits < 8 && offset >> 4 * digits != 0) ++digits;
+  for (int rest = offset >> 4 * digits; rest != 0; rest >>= 4) ++digits;
 
   char line[1 + 8 + 1 + 3 * BYTES_PER_LINE];  // blank, offset, colon, bytes
   char* end = line;
