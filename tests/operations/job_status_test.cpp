@@ -43,7 +43,10 @@ class QueryProcess {
 public:
   QueryProcess()
   {
-    std::array<int, 2> stream{}, text{}, replies{}, requests{};
+    std::array<int, 2> stream{};
+    std::array<int, 2> text{};
+    std::array<int, 2> replies{};
+    std::array<int, 2> requests{};
     EXPECT_EQ(pipe2(stream.data(), O_CLOEXEC), 0);
     EXPECT_EQ(pipe2(text.data(), O_CLOEXEC), 0);
     EXPECT_EQ(pipe2(replies.data(), O_CLOEXEC), 0);
@@ -62,7 +65,10 @@ public:
       _exit(127);
     }
     for (int theirs : {stream[1], text[1], replies[0], requests[1]}) close(theirs);
-    device = stream[0], messages = text[0], back_channel = replies[1], side_channel = requests[0];
+    device = stream[0];
+    messages = text[0];
+    back_channel = replies[1];
+    side_channel = requests[0];
   }
 
   ~QueryProcess()
@@ -73,7 +79,7 @@ public:
   QueryProcess(QueryProcess const&) = delete;
   QueryProcess& operator=(QueryProcess const&) = delete;
 
-  Bytes command() const { return read_exactly(device, 6); }
+  [[nodiscard]] Bytes command() const { return read_exactly(device, 6); }
 
   // Answers the drain only when the reply is already there: no race with the read's timeout.
   void deliver(Bytes const& reply) const
@@ -85,9 +91,9 @@ public:
   }
 
   // What it said, once it has ended as it should, without a further byte for the printer.
-  std::string end() const
+  [[nodiscard]] std::string end() const
   {
-    std::string const text = read_all(messages);
+    std::string text = read_all(messages);
     EXPECT_EQ(read_all(device), "");
     int status = -1;
     waitpid(pid, &status, 0);
@@ -97,7 +103,10 @@ public:
 
 private:
   pid_t pid = -1;
-  int device = -1, messages = -1, back_channel = -1, side_channel = -1;
+  int device = -1;
+  int messages = -1;
+  int back_channel = -1;
+  int side_channel = -1;
 };
 
 // Passes command and reply between the query and a simulator with these options.
