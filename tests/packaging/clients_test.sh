@@ -15,7 +15,7 @@ root=$(cd "$here/../.." && pwd)
 # shellcheck source=tests/packaging/check.sh
 . "$here/check.sh"
 
-NAME=$'Ribbon Type: 13x18(5x7\u2033)'
+NAME=$'Ribbon Type: 13x18(5x7\xe2\x80\xb3)'
 
 work=$(mktemp -d)
 on_exit "scheduler_stop; printer_stop; rm -rf '$work'"
