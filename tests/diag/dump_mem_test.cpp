@@ -101,6 +101,16 @@ TEST(DumpMem, OffsetsGrowBeyondFourDigits)
   EXPECT_EQ(text.substr(text.rfind("DEBUG")), "DEBUG: [STS] 10000: f8\n");
 }
 
+TEST(DumpMem, AnOffsetTakesOneDigitMoreOnlyWhenItNeedsIt)
+{
+  std::string const text = dumped("[STS]", std::string((1 << 20) + 1, 'A'));
+  for (char const* offset : {"fff0", "10000", "7fff0", "80000", "ffff0"}) {
+    EXPECT_NE(text.find(std::string("\nDEBUG: [STS] ") + offset + ": 41"), std::string::npos)
+        << offset;
+  }
+  EXPECT_EQ(text.substr(text.rfind("DEBUG")), "DEBUG: [STS] 100000: 41\n");
+}
+
 TEST(DumpMem, ADumpIsOneWrite)
 {
   std::string const bytes = sample(512);

@@ -124,6 +124,23 @@ TEST(Exchange, AReadIsOfferedOnlyTheRoomThatIsLeft)
   EXPECT_EQ(world.transcript(), expected);
 }
 
+TEST(Exchange, EveryPauseButNoneIsMade)
+{
+  for (unsigned pause : {0u, 1u, 2u}) {
+    Exchange const pausing{"pausing", {"?", 1}, 0, pause};
+    FakeWorld world;
+    ReplyBuffer reply;
+    EXPECT_TRUE(run_exchange(pausing, reply));
+    EXPECT_EQ(world.transcript(),
+              "DEBUG: pausing() START\n"
+              "DEBUG: [CMD] size=1\n"
+              "DEBUG: [CMD] 0000: 3f\n"
+              "> fwrite(1 x 1: 3f)\n"
+                  + FLUSH + DRAIN + (pause > 0 ? "> usleep(" + std::to_string(pause) + ")\n" : "")
+                  + "DEBUG: pausing() END\n");
+  }
+}
+
 TEST(Exchange, WhatTheDrainBringsIsOverwrittenByTheReply)
 {
   FakeWorld world;

@@ -207,6 +207,13 @@ TEST(PrinterInfo, AnUnavailableRecordSaysNoToEverything)
   expect_unavailable(PrinterInfo(PrinterInfo::Type::Unavailable));
 }
 
+TEST(PrinterInfo, ARecordMadeWithoutAReplyHoldsZeros)
+{
+  EXPECT_EQ(PrinterInfo(PrinterInfo::Type::Available).to_string(),
+            "power_state=0x00 mech_state=[0x00,0x00] memory_state=0x00 "
+            "error_info=[0xfe,0xed,0x01] levels=[ink ribbon 0 / 0 ink_sheet_type=0x00]");
+}
+
 TEST(PrinterInfo, FieldsOfAnUnavailableRecordAreNotLookedAt)
 {
   expect_unavailable(retyped(parsed({.error = {0x06, 0x02, 0x02}}), 0));

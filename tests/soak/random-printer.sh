@@ -1,0 +1,80 @@
+# shellcheck shell=bash disable=SC2034 # read where it is sourced
+# What chance makes of a printer and of the job that is sent to it. RANDOM is seeded by the
+# script that sources this; a subshell would draw from another sequence, so results come in
+# variables.
+
+ERRORS=('06 02 02' '09 02 02' '03 01 01' '08 01 01' '05 02 02' '02 02 02' '04 03 04' '07 03 03'
+  '20 07 07' '21 07 07' '23 07 07' '26 07 07' '27 07 07' '28 07 07' '29 07 07' '0a 05 05'
+  '0b 05 07' '30 09 07' '37 09 0f' '31 09 07' '32 09 0f' '33 09 0f' '34 09 07' '36 09 0f'
+  '3a 0a 0f' '3b 0a 0f' '3c 0a 0f' '3d 0a 0f' '3e 0a 0f' '3f 0a 0f' '40 0e 0f' '0c 0f 00'
+  '01 06 06' '0d 08 07' '0e 08 07' '10 08 08')
+JOBS=('ReportStatus' 'ReportLevels' 'ReportLevels ReportStatus' 'ReportStatus ReportLevels'
+  'reportlevels REPORTSTATUS' 'REPORTLEVELS' 'reportStatus' 'Clean ReportStatus' 'Clean'
+  'ReportStatus ReportStatus' 'ReportLevel ReportStatuses')
+
+# chance N: true in one of N cases.
+chance() {
+  ((RANDOM % $1 == 0))
+}
+
+# bytes N: that many random bytes in `drawn`, as two hexadecimal digits each.
+bytes() {
+  local i
+  printf -v drawn '%02x' $((RANDOM % 256))
+  for ((i = 1; i < $1; ++i)); do printf -v drawn '%s %02x' "$drawn" $((RANDOM % 256)); done
+}
+
+# A count of prints in `drawn`: mostly one that a ribbon may have, else an odd one.
+count() {
+  if chance 6; then
+    local odd=(0 0 1 32768 65534 65535)
+    drawn=${odd[RANDOM % 6]}
+  else
+    drawn=$((RANDOM % 800))
+  fi
+}
+
+# A printer's state: error, total, remaining, sheet; and answers, whether it answers in full.
+random_state() {
+  case $((RANDOM % 4)) in
+    0) error='00 00 00' ;;
+    1) bytes 3; error=$drawn ;;
+    *) error=${ERRORS[RANDOM % ${#ERRORS[@]}]} ;;
+  esac
+  count; total=$drawn
+  count; remaining=$drawn
+  bytes 1
+  local sheets=(84 8f ff 00 "$drawn")
+  sheet=${sheets[RANDOM % 5]}
+  answers=yes
+}
+
+# How the printer answers, in `manner`, one order a line: whole or in pieces, late, after
+# some sleep, with a longer reply; too short or not at all.
+random_manner() {
+  local silent='off' length=192 asleep=0 delay=0 fragments=whole
+  case $((RANDOM % 16)) in
+    0) silent=on answers=no ;;
+    1) length=$((RANDOM % 192)) answers=no ;;
+    2) length=$((192 + RANDOM % 321)) ;;
+    3) asleep=$((1 + RANDOM % 2)) ;;
+    4 | 5 | 6) fragments=$((1 + RANDOM % 100)),$((1 + RANDOM % 100)) delay=$((RANDOM % 20)) ;;
+  esac
+  bytes 4
+  manner="silent $silent
+reply-length $length
+asleep $asleep
+delay $delay
+fragments $fragments
+mechanism ${drawn:0:5}
+memory ${drawn:6:2}"
+}
+
+# The directives of a job, in `directives`; now and then very many of them.
+random_job() {
+  read -ra directives <<<"${JOBS[RANDOM % ${#JOBS[@]}]}"
+  if [[ $answers == yes ]] && chance 32; then
+    local i once=("${directives[@]}")
+    for ((i = 0; i < 100; ++i)); do directives+=("${once[@]}"); done
+  fi
+}
