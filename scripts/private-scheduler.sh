@@ -24,6 +24,9 @@ scheduler_files=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 # shellcheck source-path=SCRIPTDIR source=scheduler-jobs.sh
 . "$scheduler_files/scheduler-jobs.sh"
 
+# cupsd and lpadmin stand where an ordinary user does not look.
+PATH=$PATH:/usr/sbin
+
 scheduler_dir=
 scheduler_log=
 scheduler_pid=
@@ -90,7 +93,7 @@ END
 # Starts cupsd. It finds no system bus, over which it would tell the desktop's colour
 # manager of its queues.
 scheduler_run_cupsd() {
-  PATH=$PATH:/usr/sbin DBUS_SYSTEM_BUS_ADDRESS=unix:path=$scheduler_dir/no-bus \
+  DBUS_SYSTEM_BUS_ADDRESS=unix:path=$scheduler_dir/no-bus \
     cupsd -f -c "$scheduler_dir/etc/cupsd.conf" -s "$scheduler_dir/etc/cups-files.conf" \
     </dev/null >"$scheduler_dir/log/output" 2>&1 &
   scheduler_pid=$!
