@@ -25,11 +25,9 @@ LineReader::~LineReader()
 }
 
 // A file is always ready and never waited for, so reading works where epoll refuses.
-// NOLINTNEXTLINE(misc-no-recursion): the next read is started by the loop, not by this call
 void LineReader::read()
 {
   asio::async_read_until(input, asio::dynamic_buffer(buffer), '\n',
-                         // NOLINTNEXTLINE(misc-no-recursion)
                          [this](asio::error_code error, std::size_t size) {
                            if (error) {
                              if (!buffer.empty()) on_line(buffer);
