@@ -13,7 +13,7 @@ root=$(cd "$here/../.." && pwd)
 
 work=$(mktemp -d)
 on_exit "scheduler_stop; rm -rf '$work'"
-[[ $EUID -eq 0 ]] || trust_own_filters "$work/own"
+[[ $EUID -eq 0 ]] || trust_own_filters "$work/trusting"
 scheduler_start "$filter"
 
 DEVICE='socket://127.0.0.1:9/?snmp=false'

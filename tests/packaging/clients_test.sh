@@ -19,7 +19,7 @@ NAME=$'Ribbon Type: 13x18(5x7\xe2\x80\xb3)'
 
 work=$(mktemp -d)
 on_exit "scheduler_stop; printer_stop; rm -rf '$work'"
-[[ $EUID -eq 0 ]] || trust_own_filters "$work/own"
+[[ $EUID -eq 0 ]] || trust_own_filters "$work/trusting"
 printer_start "$simulator" --total 700 --remaining 350
 scheduler_start "$filter"
 scheduler_add_queue photo "$(printer_uri)" "$root/debian/tests/postscript.ppd"
