@@ -11,9 +11,8 @@ namespace {
 // The same for every program, so that none has more to copy at its start.
 std::vector<std::string> environment()
 {
-  return {"CHARSET=utf-8",       "CONTENT_TYPE=application/vnd.cups-command",
-          "LANG=C.UTF-8",        "PATH=/usr/bin:/bin",
-          "PPD=" QUEUE_PPD_PATH, "PRINTER=photo"};
+  return {"CHARSET=utf-8",      "CONTENT_TYPE=application/vnd.cups-command", "LANG=C.UTF-8",
+          "PATH=/usr/bin:/bin", std::string("PPD=") + QUEUE_PPD_PATH,        "PRINTER=photo"};
 }
 
 std::vector<std::string> arguments(Job const& job)
