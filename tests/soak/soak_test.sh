@@ -17,7 +17,7 @@ here=$(cd "$(dirname "$0")" && pwd)
 # shellcheck source-path=SCRIPTDIR/../.. source=tests/soak/queue.sh
 . "$here/queue.sh"
 
-MEMORY_NOISE=1024  # kB; two hundred directives may not cost more than one
+MEMORY_NOISE=1536  # kB; 948 were seen in 10,000 jobs. Two hundred directives may not cost more than one
 
 seed=${SEED:-$((RANDOM + 1))}
 players=()
