@@ -64,6 +64,16 @@ scheduler_install() {
   install -m 0755 "$2" "$scheduler_dir/bin/$1/"
 }
 
+# Gives the scheduler the programs that make the pages of its web interface, before it is
+# switched on. They are clients, which a scheduler run by root starts as the user lp.
+scheduler_install_pages() {
+  if [[ $(id -u) -eq 0 ]]; then
+    chgrp lp "$scheduler_dir/clients"
+    chmod 0710 "$scheduler_dir/clients"
+  fi
+  ln -s "$(scheduler_cups_path serverbin)/cgi-bin" "$scheduler_dir/bin/cgi-bin"
+}
+
 # Clients come in through a socket file in a folder that only this user can enter, so
 # that nobody else on the machine can give orders to a scheduler that may run as root.
 scheduler_configure() {

@@ -67,12 +67,7 @@ check "python3-cups reads the PPD file's text for the error" shows 'text Text of
 check "python3-cups is offered the command" shows "commands ['ReportLevels', 'ReportStatus']"
 check "python3-cups has the level renewed by a command job" shows 'renewed levels [10]'
 
-# The pages are made by clients that a scheduler run by root starts as the user lp.
-if [[ $(id -u) -eq 0 ]]; then
-  chgrp lp "$scheduler_dir/clients"
-  chmod 0710 "$scheduler_dir/clients"
-fi
-ln -s "$(scheduler_cups_path serverbin)/cgi-bin" "$scheduler_dir/bin/cgi-bin"
+scheduler_install_pages
 scheduler_client cupsctl WebInterface=Yes
 page() { curl --silent --fail --unix-socket "$scheduler_dir/clients/socket" "http://localhost$1" >"$work/shown"; }
 check "the web interface has a page for the queue" wait_until 30 page /printers/photo
