@@ -9,35 +9,13 @@
 #include <stdexcept>
 
 #include "bench/player/start_program.h"
+#include "tests/program/channel_ends.h"
 
 namespace {
 
 constexpr char SC_DRAIN_OUTPUT = 2;
 constexpr char SC_GET_BIDI = 3;
 constexpr char SC_OK = 1;
-
-struct Ends {
-  FileDescriptor program;
-  FileDescriptor harness;
-};
-
-Ends socket_ends(int type)
-{
-  std::array<int, 2> ends{};
-  if (socketpair(AF_UNIX, type | SOCK_CLOEXEC, 0, ends.data()) != 0)
-    throw std::runtime_error("socketpair");
-  return {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
-}
-
-enum class Towards : std::uint8_t { Program, Harness };
-
-Ends pipe_ends(Towards reader)
-{
-  std::array<int, 2> ends{};
-  if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("pipe2");
-  if (reader == Towards::Program) return {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
-  return {FileDescriptor(ends[1]), FileDescriptor(ends[0])};
-}
 
 void never_block(FileDescriptor const& end) { fcntl(end.get(), F_SETFL, O_NONBLOCK); }
 
@@ -71,14 +49,13 @@ double microseconds(std::chrono::steady_clock::duration time)
 PlayedJob::PlayedJob(Job const& job) : start_(Clock::now())
 {
   FileDescriptor const input(open("/dev/null", O_RDONLY | O_CLOEXEC));
-  Ends device = pipe_ends(Towards::Harness);
-  Ends messages =
-      job.messages == Messages::Pipe ? pipe_ends(Towards::Harness) : socket_ends(SOCK_SEQPACKET);
-  Ends back_channel = pipe_ends(Towards::Program);
-  Ends side_channel = socket_ends(SOCK_STREAM);
-  for (FileDescriptor const* end :
-       {&device.harness, &messages.harness, &back_channel.program, &side_channel.harness})
-    never_block(*end);
+  ChannelEnds device = pipe_to_harness();
+  ChannelEnds messages =
+      job.messages == Messages::Pipe ? pipe_to_harness() : socket_ends(SOCK_SEQPACKET);
+  ChannelEnds back_channel = pipe_to_program();
+  ChannelEnds side_channel = socket_ends(SOCK_STREAM);
+  never_block(messages.harness);
+  never_block(side_channel.harness);
 
   device_ = std::move(device.harness);
   messages_ = std::move(messages.harness);

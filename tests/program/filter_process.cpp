@@ -9,43 +9,19 @@
 #include <csignal>
 #include <cstdlib>
 
+#include "tests/program/channel_ends.h"
+
 namespace {
 
 constexpr int CLOCK = 10;
 constexpr int CANNOT_START = 96;
 
-struct Ends {
-  FileDescriptor filter;
-  FileDescriptor harness;
-};
-
-Ends socket_ends(int type)
+ChannelEnds device_ends(DeviceStream kind)
 {
-  std::array<int, 2> ends{};
-  if (socketpair(AF_UNIX, type | SOCK_CLOEXEC, 0, ends.data()) != 0)
-    throw std::runtime_error("socketpair");
-  return {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
-}
-
-// `filter_reads` tells which end of the pipe is the filter's. Neither end ever blocks: the
-// scheduler supplies the back channel so, and the harness only takes what is there.
-Ends pipe_ends(bool filter_reads)
-{
-  std::array<int, 2> ends{};
-  if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("pipe2");
-  fcntl(ends[0], F_SETFL, O_NONBLOCK);
-  FileDescriptor reader(ends[0]);
-  FileDescriptor writer(ends[1]);
-  if (filter_reads) return {std::move(reader), std::move(writer)};
-  return {std::move(writer), std::move(reader)};
-}
-
-Ends device_ends(DeviceStream kind)
-{
-  Ends ends;
-  if (kind == DeviceStream::Pipe || kind == DeviceStream::BrokenPipe) ends = pipe_ends(false);
+  ChannelEnds ends;
+  if (kind == DeviceStream::Pipe || kind == DeviceStream::BrokenPipe) ends = pipe_to_harness();
   if (kind == DeviceStream::BrokenPipe) ends.harness.reset();
-  if (kind == DeviceStream::FullDevice) ends.filter = FileDescriptor(open("/dev/full", O_WRONLY));
+  if (kind == DeviceStream::FullDevice) ends.program = FileDescriptor(open("/dev/full", O_WRONLY));
   return ends;
 }
 
@@ -97,18 +73,18 @@ void set_environment(Job const& job)
 FilterProcess start_filter(Job const& job)
 {
   FileDescriptor const input = file_of(job.standard_input);
-  Ends device = device_ends(job.device);
-  Ends messages = socket_ends(SOCK_SEQPACKET);
-  Ends back_channel = pipe_ends(true);
-  Ends side_channel = socket_ends(SOCK_STREAM);
-  Ends clock = socket_ends(SOCK_SEQPACKET);
+  ChannelEnds device = device_ends(job.device);
+  ChannelEnds messages = socket_ends(SOCK_SEQPACKET);
+  ChannelEnds back_channel = pipe_to_program();
+  ChannelEnds side_channel = socket_ends(SOCK_STREAM);
+  ChannelEnds clock = socket_ends(SOCK_SEQPACKET);
 
   pid_t const pid = fork();
   if (pid < 0) throw std::runtime_error("fork");
   if (pid == 0)
-    become_filter({input.get(), device.filter.get(), messages.filter.get(),
-                   back_channel.filter.get(), side_channel.filter.get()},
-                  clock.filter.get(), job);
+    become_filter({input.get(), device.program.get(), messages.program.get(),
+                   back_channel.program.get(), side_channel.program.get()},
+                  clock.program.get(), job);
   return {pid,
           std::move(device.harness),
           std::move(messages.harness),
