@@ -48,7 +48,10 @@ make_queue() {
 ppd() { echo "$scheduler_dir/etc/ppd/$1.ppd"; }
 has_line() { grep -qxF -- "$2" "$(ppd "$1")"; }
 unchanged() { cmp "$work/$1" "$(ppd "$1")"; }
-takes() { scheduler_printer_attribute "$1" document-format-supported | tr , '\n' | grep -qxF "$2"; }
+formats() { scheduler_printer_attribute "$1" document-format-supported | tr , '\n'; }
+takes() { formats "$1" | grep -qxF "$2"; }
+# Every queue takes some format: one that names none has not been asked.
+refuses() { formats "$1" | grep -q / && not takes "$@"; }
 commands() { scheduler_printer_attribute "$1" printer-commands; }
 
 # What every attached queue must be, as the scheduler sees it.
@@ -82,7 +85,7 @@ check "postscript: the filter is named" has_line postscript "$OURS1"
 check "postscript: the job starts the filter" starts_our_filter postscript
 
 make_queue raster "$RASTER1"
-check "a PPD file with a raster filter: no command jobs yet" not takes raster "$COMMAND_TYPE"
+check "a PPD file with a raster filter: no command jobs yet" refuses raster "$COMMAND_TYPE"
 attach raster
 check_attached raster
 check "raster: the filter is named" has_line raster "$OURS1"
@@ -97,7 +100,7 @@ check "raster2: it is not named in a cupsFilter line" not has_line raster2 "$OUR
 check "raster2: the job starts the filter" starts_our_filter raster2
 
 make_queue ignored "$RASTER2" "$OURS1" "$OUR_COMMANDS"
-check "beside a cupsFilter2 line the scheduler looks at no cupsFilter line" not takes ignored "$COMMAND_TYPE"
+check "beside a cupsFilter2 line the scheduler looks at no cupsFilter line" refuses ignored "$COMMAND_TYPE"
 
 # --- once more, and away again
 cp "$(ppd raster)" "$work/attached"
@@ -107,7 +110,7 @@ check "a second run leaves the PPD file alone" cmp "$work/attached" "$(ppd raste
 attach --remove raster
 check "removing succeeds" same 0 "$status"
 check "removing restores the PPD file byte by byte" unchanged raster
-check "removed, the queue takes no command jobs" not takes raster "$COMMAND_TYPE"
+check "removed, the queue takes no command jobs" refuses raster "$COMMAND_TYPE"
 attach --remove raster
 check "removing what is not there does nothing" said "nothing to do"
 
@@ -271,7 +274,7 @@ refused_for() {
   check "$1: said so" said "$2"
   check "$1: the PPD file is as it was" unchanged untouched
   check "$1: the queue is as it was" same none "$(scheduler_printer_attribute untouched printer-state-reasons)"
-  check "$1: no command jobs are taken" not takes untouched "$COMMAND_TYPE"
+  check "$1: no command jobs are taken" refuses untouched "$COMMAND_TYPE"
 }
 with_fake lpadmin 'echo "lpadmin: Forbidden" >&2; exit 1' untouched
 refused_for "a scheduler that takes no order" "lpadmin: Forbidden"
