@@ -66,8 +66,17 @@ jobs_done() {
   cat "$soak_dir"/done.* 2>/dev/null | awk '{ n += $1 } END { print n + 0 }'
 }
 
+a_player_has_ended() {
+  local pid
+  for pid in "${players[@]}"; do
+    kill -0 "$pid" 2>/dev/null || return 0
+  done
+  return 1
+}
+
+# A player that has ended this early has failed; the others need not wait for it.
 every_queue_is_warm() {
-  (($(jobs_done) == queues)) || ! kill -0 "${players[@]}" 2>/dev/null
+  (($(jobs_done) == queues)) || a_player_has_ended
 }
 
 soak_dir=$(mktemp -d)
