@@ -1,7 +1,10 @@
 // Every pair of counts, with every ink sheet code that the report knows or nearly knows,
 // through the level report.
-// Usage: supply_levels FIRST END   (of the total count, 0 65536 for all 2^32 pairs)
-//        supply_levels --sample    (the pairs of the values at which something changes)
+// Usage: supply_levels FIRST END          (of the total count, 0 65536 for all 2^32 pairs)
+//        supply_levels --turn FIRST END   (the same pairs, with one ink sheet each, in turn)
+//        supply_levels --sample           (the pairs of the values at which something changes)
+#include <cstdint>
+#include <iterator>
 #include <numeric>
 #include <string>
 #include <string_view>
@@ -12,6 +15,8 @@
 #include "tests/exhaustive/level_rules.h"
 
 namespace {
+
+enum class InkSheets : std::uint8_t { All, InTurn };
 
 constexpr unsigned INK_SHEETS[] = {0x00, 0x83, 0x84, 0x85, 0x8e, 0x8f, 0x90, 0xfe, 0xff};
 
@@ -29,11 +34,15 @@ void check(Ribbon const& ribbon, unsigned level)
 
 // Goes up with the remaining count, so that the level is found without a division: the
 // highest whole number whose share of the total is not more than what remains.
-void check_total(unsigned total, std::vector<unsigned> const& remaining_counts)
+void check_total(unsigned total, std::vector<unsigned> const& remaining_counts, InkSheets which)
 {
   unsigned level = 0;
   for (unsigned remaining : remaining_counts) {
     while (total != 0 && (level + 1) * total <= remaining * 100) ++level;
+    if (which == InkSheets::InTurn) {
+      check({total, remaining, INK_SHEETS[(total + remaining) % std::size(INK_SHEETS)]}, level);
+      continue;
+    }
     for (unsigned ink_sheet : INK_SHEETS) check({total, remaining, ink_sheet}, level);
   }
 }
@@ -52,18 +61,26 @@ std::vector<unsigned> sample_counts()
           1000, 1001, 4095, 4096, 10000, 20000, 32767, 32768, 32769, 50000, 65533, 65534, 65535};
 }
 
+void check_totals(char const* first, char const* last, InkSheets which)
+{
+  auto const end = static_cast<unsigned>(std::stoul(last));
+  for (auto total = static_cast<unsigned>(std::stoul(first)); total < end; ++total)
+    check_total(total, all_counts(), which);
+}
+
 }  // namespace
 
 int main(int argc, char* argv[])
 {
-  if (argc == 2 && std::string_view(argv[1]) == "--sample") {
-    for (unsigned total : sample_counts()) check_total(total, sample_counts());
-  } else if (argc == 3) {
-    auto const end = static_cast<unsigned>(std::stoul(argv[2]));
-    for (auto total = static_cast<unsigned>(std::stoul(argv[1])); total < end; ++total)
-      check_total(total, all_counts());
+  std::string_view const option = argc > 1 ? argv[1] : "";
+  if (argc == 2 && option == "--sample") {
+    for (unsigned total : sample_counts()) check_total(total, sample_counts(), InkSheets::All);
+  } else if (argc == 4 && option == "--turn") {
+    check_totals(argv[2], argv[3], InkSheets::InTurn);
+  } else if (argc == 3 && option != "--turn") {
+    check_totals(argv[1], argv[2], InkSheets::All);
   } else {
-    std::printf("Usage: %s FIRST END | --sample\n", argv[0]);
+    std::printf("Usage: %s [--turn] FIRST END | --sample\n", argv[0]);
     return 2;
   }
   std::printf("%lu level reports\n", cases);
