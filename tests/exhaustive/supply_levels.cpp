@@ -4,8 +4,8 @@
 //        supply_levels --turn FIRST END   (the same pairs, with one ink sheet each, in turn)
 //        supply_levels --sample           (the pairs of the values at which something changes)
 #include <cstdint>
-#include <iterator>
 #include <numeric>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,14 +36,13 @@ void check(Ribbon const& ribbon, unsigned level)
 // highest whole number whose share of the total is not more than what remains.
 void check_total(unsigned total, std::vector<unsigned> const& remaining_counts, InkSheets which)
 {
+  std::span<unsigned const> const all = INK_SHEETS;
   unsigned level = 0;
   for (unsigned remaining : remaining_counts) {
     while (total != 0 && (level + 1) * total <= remaining * 100) ++level;
-    if (which == InkSheets::InTurn) {
-      check({total, remaining, INK_SHEETS[(total + remaining) % std::size(INK_SHEETS)]}, level);
-      continue;
-    }
-    for (unsigned ink_sheet : INK_SHEETS) check({total, remaining, ink_sheet}, level);
+    auto const sheets =
+        which == InkSheets::All ? all : all.subspan((total + remaining) % all.size(), 1);
+    for (unsigned ink_sheet : sheets) check({total, remaining, ink_sheet}, level);
   }
 }
 
@@ -63,9 +62,10 @@ std::vector<unsigned> sample_counts()
 
 void check_totals(char const* first, char const* last, InkSheets which)
 {
+  std::vector<unsigned> const remaining_counts = all_counts();
   auto const end = static_cast<unsigned>(std::stoul(last));
   for (auto total = static_cast<unsigned>(std::stoul(first)); total < end; ++total)
-    check_total(total, all_counts(), which);
+    check_total(total, remaining_counts, which);
 }
 
 }  // namespace
@@ -75,10 +75,8 @@ int main(int argc, char* argv[])
   std::string_view const option = argc > 1 ? argv[1] : "";
   if (argc == 2 && option == "--sample") {
     for (unsigned total : sample_counts()) check_total(total, sample_counts(), InkSheets::All);
-  } else if (argc == 4 && option == "--turn") {
-    check_totals(argv[2], argv[3], InkSheets::InTurn);
-  } else if (argc == 3 && option != "--turn") {
-    check_totals(argv[1], argv[2], InkSheets::All);
+  } else if (bool const in_turn = option == "--turn"; argc == (in_turn ? 4 : 3)) {
+    check_totals(argv[argc - 2], argv[argc - 1], in_turn ? InkSheets::InTurn : InkSheets::All);
   } else {
     std::printf("Usage: %s [--turn] FIRST END | --sample\n", argv[0]);
     return 2;
