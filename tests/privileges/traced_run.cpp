@@ -13,7 +13,7 @@
 #include <fstream>
 #include <stdexcept>
 
-#include "tests/program/file_descriptor.h"
+#include "tests/program/channel_ends.h"
 #include "tests/program/scripted_printer.h"
 #include "tests/program/status_reply.h"
 #include "tests/program/temporary_file.h"
@@ -31,28 +31,18 @@ void fill(int descriptor, std::string const& bytes)
 // The replies to two queries; the first is read whole, since a read takes 512 bytes at most.
 FileDescriptor back_channel()
 {
-  std::array<int, 2> ends{};
-  if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) throw std::runtime_error("pipe2");
-  FileDescriptor const writer(ends[1]);
-  fill(writer.get(), StatusReply{}.bytes(512) + StatusReply{}.bytes(192));
-  return FileDescriptor(ends[0]);
+  ChannelEnds channel = pipe_to_program();
+  fill(channel.harness.get(), StatusReply{}.bytes(512) + StatusReply{}.bytes(192));
+  return std::move(channel.program);
 }
 
 // The answers to the probe and to three drains, each of them a packet and so a read.
-struct SideChannel {
-  FileDescriptor filter;
-  FileDescriptor backend;
-};
-
-SideChannel side_channel()
+ChannelEnds side_channel()
 {
-  std::array<int, 2> ends{};
-  if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0)
-    throw std::runtime_error("socketpair");
-  SideChannel channel{FileDescriptor(ends[0]), FileDescriptor(ends[1])};
-  fill(channel.backend.get(), side_channel_frame(SC_GET_BIDI, SC_OK, "\x01"));
+  ChannelEnds channel = socket_ends(SOCK_SEQPACKET);
+  fill(channel.harness.get(), side_channel_frame(SC_GET_BIDI, SC_OK, "\x01"));
   for (int drain = 0; drain < 3; ++drain)
-    fill(channel.backend.get(), side_channel_frame(SC_DRAIN_OUTPUT, SC_OK));
+    fill(channel.harness.get(), side_channel_frame(SC_DRAIN_OUTPUT, SC_OK));
   return channel;
 }
 
@@ -114,12 +104,12 @@ TracedRun trace_filter(std::vector<std::string> environment)
   FileDescriptor const nowhere(open("/dev/null", O_RDWR | O_CLOEXEC));
   FileDescriptor const messages(memfd_create("messages", MFD_CLOEXEC));
   FileDescriptor const back = back_channel();
-  SideChannel const side = side_channel();
+  ChannelEnds const side = side_channel();
 
   pid_t const pid = fork();
   if (pid < 0) throw std::runtime_error("fork");
   if (pid == 0)
-    become_strace({nowhere.get(), nowhere.get(), messages.get(), back.get(), side.filter.get()},
+    become_strace({nowhere.get(), nowhere.get(), messages.get(), back.get(), side.program.get()},
                   {"strace", "-f", "-s", "4096", "-o", trace.path(), FILTER_PATH, "1", "user",
                    "title", "1", "", commands.path()},
                   std::move(environment));
