@@ -33,8 +33,8 @@ attach() {
     "$root/packaging/velmo-attach-queue" "$@" >"$work/messages" 2>&1 || status=$?
 }
 
-unsaid() { ! grep -qF -- "$1" "$work/messages"; }
-said() { grep -qF -- "$1" "$work/messages" || { cat "$work/messages" >&2 && return 1; }; }
+unsaid() { lacks_text "$work/messages" "$1"; }
+said() { has_text "$work/messages" "$1"; }
 
 # make_queue NAME [PPD-LINE...]: a queue whose PPD file ends with these lines.
 make_queue() {

@@ -28,6 +28,11 @@ same() {
 
 not() { ! "$@"; }
 
+# has_text FILE TEXT, lacks_text FILE TEXT: what a program wrote. An empty file lacks nothing:
+# its program has not run.
+has_text() { grep -qF -- "$2" "$1" || { cat "$1" >&2 && return 1; }; }
+lacks_text() { [ -s "$1" ] && ! grep -qF -- "$2" "$1"; }
+
 # trust_own_filters FOLDER: lets cupstestppd pass filters that do not belong to root, as the
 # scheduler of an ordinary user does. The folder is for this, and goes on the path.
 trust_own_filters() {

@@ -29,8 +29,8 @@ scheduler_client env CUPS_SERVERBIN="$scheduler_dir/bin" \
 
 # show COMMAND...: what a client shows, for the checks that follow.
 show() { scheduler_client "$@" >"$work/shown" 2>&1; }
-shows() { grep -qF -- "$1" "$work/shown" || { cat "$work/shown" >&2 && return 1; }; }
-hides() { [[ -s $work/shown ]] && ! grep -qF -- "$1" "$work/shown"; }
+shows() { has_text "$work/shown" "$1"; }
+hides() { lacks_text "$work/shown" "$1"; }
 
 printer_tell error 06 02 02
 scheduler_send_command photo ReportLevels
