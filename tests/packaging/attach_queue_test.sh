@@ -6,8 +6,8 @@ set -eu
 filter=$1
 here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/../.." && pwd)
-# shellcheck source=scripts/private-scheduler.sh
-. "$root/scripts/private-scheduler.sh"
+# shellcheck source=scripts/lib/private-scheduler.sh
+. "$root/scripts/lib/private-scheduler.sh"
 # shellcheck source=tests/packaging/check.sh
 . "$here/check.sh"
 
@@ -40,7 +40,7 @@ said() { has_text "$work/messages" "$1"; }
 make_queue() {
   queue=$1
   shift
-  grep -v '^[*]cups\(Commands\|Filter\)' "$root/scripts/scheduler/velmo-minimal.ppd" >"$work/$queue"
+  grep -v '^[*]cups\(Commands\|Filter\)' "$root/scripts/lib/scheduler/velmo-minimal.ppd" >"$work/$queue"
   for line; do echo "$line" >>"$work/$queue"; done
   scheduler_add_queue "$queue" "$DEVICE" "$work/$queue"
 }

@@ -8,10 +8,10 @@ filter=$1
 simulator=$2
 here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/../.." && pwd)
-# shellcheck source=scripts/private-scheduler.sh
-. "$root/scripts/private-scheduler.sh"
-# shellcheck source=scripts/simulated-printer.sh
-. "$root/scripts/simulated-printer.sh"
+# shellcheck source=scripts/lib/private-scheduler.sh
+. "$root/scripts/lib/private-scheduler.sh"
+# shellcheck source=scripts/lib/simulated-printer.sh
+. "$root/scripts/lib/simulated-printer.sh"
 # shellcheck source=tests/packaging/check.sh
 . "$here/check.sh"
 

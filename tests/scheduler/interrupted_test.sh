@@ -1,8 +1,8 @@
 #!/bin/bash
 # A script that is interrupted while a job runs leaves no process and no file behind.
 set -eu
-# shellcheck source-path=SCRIPTDIR/../.. source=scripts/wait-until.sh
-. "$(dirname "$0")/../../scripts/wait-until.sh"
+# shellcheck source-path=SCRIPTDIR/../.. source=scripts/lib/wait-until.sh
+. "$(dirname "$0")/../../scripts/lib/wait-until.sh"
 
 TMPDIR=$(mktemp -d)
 export TMPDIR

@@ -6,11 +6,11 @@
 
 : "${FILTER:?}" "${SIMULATOR:?}" "${ONEWAY:?}"
 
-scripts=$(dirname "${BASH_SOURCE[0]}")/../../scripts
-# shellcheck source-path=SCRIPTDIR/../.. source=scripts/private-scheduler.sh
-. "$scripts/private-scheduler.sh"
-# shellcheck source-path=SCRIPTDIR/../.. source=scripts/simulated-printer.sh
-. "$scripts/simulated-printer.sh"
+lib=$(dirname "${BASH_SOURCE[0]}")/../../scripts/lib
+# shellcheck source-path=SCRIPTDIR/../.. source=scripts/lib/private-scheduler.sh
+. "$lib/private-scheduler.sh"
+# shellcheck source-path=SCRIPTDIR/../.. source=scripts/lib/simulated-printer.sh
+. "$lib/simulated-printer.sh"
 on_exit 'scheduler_stop; printer_stop'
 
 failures=0

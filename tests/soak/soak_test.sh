@@ -10,10 +10,10 @@ set -eu
 jobs=$1 queues=$2
 
 here=$(cd "$(dirname "$0")" && pwd)
-# shellcheck source-path=SCRIPTDIR/../.. source=scripts/private-scheduler.sh
-. "$here/../../scripts/private-scheduler.sh"
-# shellcheck source-path=SCRIPTDIR/../.. source=scripts/simulated-printer.sh
-. "$here/../../scripts/simulated-printer.sh"
+# shellcheck source-path=SCRIPTDIR/../.. source=scripts/lib/private-scheduler.sh
+. "$here/../../scripts/lib/private-scheduler.sh"
+# shellcheck source-path=SCRIPTDIR/../.. source=scripts/lib/simulated-printer.sh
+. "$here/../../scripts/lib/simulated-printer.sh"
 # shellcheck source-path=SCRIPTDIR/../.. source=tests/soak/queue.sh
 . "$here/queue.sh"
 

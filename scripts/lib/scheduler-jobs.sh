@@ -21,7 +21,7 @@ scheduler_send_command() {
 }
 
 # scheduler_ask PATH REQUEST ATTRIBUTE [OPTION...]: sends one of the requests in
-# scripts/scheduler over IPP and writes the attribute's value from the answer, several
+# scripts/lib/scheduler over IPP and writes the attribute's value from the answer, several
 # values separated by commas, nothing when it is not there.
 scheduler_ask() {
   local host answer

@@ -3,7 +3,7 @@
 #
 # Sourced by a script under `set -eu`, which says when the printer ends:
 #
-#   . scripts/simulated-printer.sh
+#   . scripts/lib/simulated-printer.sh
 #   on_exit printer_stop
 #   printer_start build/release/sim/velmo-printer-sim --total 700
 #   scheduler_add_queue photo "$(printer_uri)"

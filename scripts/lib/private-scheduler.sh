@@ -5,7 +5,7 @@
 # Sourced by a script under `set -eu`, as root or as an ordinary user. The script says when
 # the scheduler ends, because it knows what else has to end:
 #
-#   . scripts/private-scheduler.sh
+#   . scripts/lib/private-scheduler.sh
 #   on_exit scheduler_stop
 #   scheduler_start build/release/commandtovelmo
 #   scheduler_add_queue photo "socket://127.0.0.1:9100/?snmp=false"
