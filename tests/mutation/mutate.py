@@ -1,14 +1,17 @@
-"""Makes one mistake after the other in a copy of the tree and tells which ones survive the
-test rings. Arguments: the copy, the file of equivalent mistakes, the sources."""
+"""Makes one mistake at a time in copies of the tree, one copy for each processor, and tells
+which ones survive the test rings. Arguments: a folder for the copies, the file of equivalent
+mistakes, the sources."""
 
+import os
 import signal
 import sys
 from collections import Counter
-from contextlib import contextmanager
+from functools import partial
+from multiprocessing import Pool
 from pathlib import Path
 
 from mistakes import mistakes_in
-from rings import KILLED, NOT_COMPILED, PLAIN, SANITIZED, SURVIVED, Build
+from rings import KILLED, NOT_COMPILED, PLAIN, SANITIZED, SURVIVED, RedTree, verdict_with
 
 EQUIVALENT = "equivalent"
 COLUMNS = [KILLED, SURVIVED, EQUIVALENT, NOT_COMPILED]
@@ -27,21 +30,10 @@ def equivalents(path):
     return found
 
 
-@contextmanager
-def made(mistake, tree):
-    path = tree / mistake.file
-    original = path.read_text()
-    path.write_text(mistake.text)
-    yield
-    path.write_text(original)
-
-
-def verdicts(build, mistakes, tree):
-    if build.verdict() != SURVIVED:
-        sys.exit("mutate: the tree does not build, or its tests are red, without a mistake")
-    for mistake in mistakes:
-        with made(mistake, tree):
-            yield mistake, build.verdict()
+def verdicts(folder, options, mistakes):
+    """Each mistake with its verdict, in their order, whichever processor is done first."""
+    with Pool(min(len(os.sched_getaffinity(0)), len(mistakes)) or 1) as pool:
+        yield from zip(mistakes, pool.imap(partial(verdict_with, folder, options), mistakes))
 
 
 def table(results):
@@ -53,13 +45,13 @@ def table(results):
         yield f"{kind:20}" + "".join(f"{n:>14}" for n in row)
 
 
-def main(tree, equivalent_file, *sources):
-    tree, known = Path(tree), equivalents(Path(equivalent_file))
-    mistakes = [one for source in sources for one in mistakes_in(source, tree)]
+def main(folder, equivalent_file, *sources):
+    folder, known = Path(folder), equivalents(Path(equivalent_file))
+    mistakes = [one for source in sources for one in mistakes_in(source, folder / "tree")]
     print(f"{len(mistakes)} mistakes", flush=True)
 
     results = {}
-    for mistake, verdict in verdicts(Build(tree, "plain", PLAIN), mistakes, tree):
+    for mistake, verdict in verdicts(folder, PLAIN, mistakes):
         if verdict == SURVIVED and (mistake.file, mistake.old, mistake.new) in known:
             verdict = EQUIVALENT
         results[mistake] = verdict
@@ -68,7 +60,7 @@ def main(tree, equivalent_file, *sources):
     # The sanitizers are slow and see nothing that a red test has seen already.
     survivors = [mistake for mistake, verdict in results.items() if verdict == SURVIVED]
     if survivors:
-        results |= verdicts(Build(tree, "sanitized", SANITIZED), survivors, tree)
+        results |= verdicts(folder, SANITIZED, survivors)
 
     print(*table(results), sep="\n")
     killed = [*results.values()].count(KILLED)
@@ -79,4 +71,7 @@ def main(tree, equivalent_file, *sources):
 
 
 signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # so that what runs is ended as well
-main(*sys.argv[1:])
+try:
+    main(*sys.argv[1:])
+except RedTree as red:
+    sys.exit(f"mutate: {red}")

@@ -1,10 +1,13 @@
-"""Builds of a tree, held against the test rings."""
+"""Builds of a tree, held against the test rings. Each worker has a copy of the tree and a build
+folder of its own, so that one mistake costs one compilation, one link and one run."""
 
 import os
 import resource
+import shutil
 import signal
 import subprocess
-from contextlib import suppress
+from contextlib import contextmanager, suppress
+from functools import cache
 
 # The test programs, the fastest to find a mistake first, and where a build puts them.
 RINGS = {
@@ -16,15 +19,16 @@ COMMON = [
     "-DCMAKE_BUILD_TYPE=Debug",
     "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST",
     "-DCMAKE_CXX_FLAGS=-Werror=return-type",
+    "-DCMAKE_CXX_COMPILER_LAUNCHER=",  # no mistake is compiled twice: a cache only costs time
     "-DVELMO_SIMULATOR=OFF",
 ]
-PLAIN = [*COMMON, "-DCMAKE_CXX_FLAGS_DEBUG=-O0"]
+PLAIN = (*COMMON, "-DCMAKE_CXX_FLAGS_DEBUG=-O0")
 # Sees what is wrong in memory only. It reserves far more memory than it uses.
-SANITIZED = [
+SANITIZED = (
     *COMMON,
     "-DCMAKE_CXX_FLAGS_DEBUG=-O1 -fsanitize=address,undefined -fno-sanitize-recover=all",
     "-DCMAKE_EXE_LINKER_FLAGS=-static-libasan -static-libubsan",
-]
+)
 
 BUILD_LIMIT = 1800  # seconds
 TEST_LIMIT = 60  # seconds for one test program; a mistake that makes it take longer is found
@@ -56,10 +60,15 @@ def succeeds(command, seconds, prepare=None):
         end(child)
 
 
+class RedTree(Exception):
+    """There is nothing to be learnt from mistakes in a tree that is red without them."""
+
+
 class Build:
-    def __init__(self, tree, name, options):
-        self.directory = tree / name
-        self.reserves_memory = options is SANITIZED
+    def __init__(self, tree, options):
+        self.tree = tree
+        self.directory = tree / "build"
+        self.reserves_memory = options == SANITIZED
         subprocess.run(["cmake", "-G", "Ninja", "-S", tree, "-B", self.directory, *options],
                        check=True, stdout=subprocess.DEVNULL)
 
@@ -73,9 +82,34 @@ class Build:
     def verdict(self):
         """What the rings say of the tree as it is now; the first that is red ends it."""
         for target, path in RINGS.items():
-            if not succeeds(["ninja", "-C", self.directory, "-j2", target], BUILD_LIMIT):
+            if not succeeds(["ninja", "-C", self.directory, "-j1", target], BUILD_LIMIT):
                 return NOT_COMPILED
             test = [self.directory / path, "--gtest_brief=1", "--gtest_fail_fast"]
             if not succeeds(test, TEST_LIMIT, self.bound):
                 return KILLED
         return SURVIVED
+
+    @contextmanager
+    def made(self, mistake):
+        path = self.tree / mistake.file
+        original = path.read_text()
+        path.write_text(mistake.text)
+        yield
+        path.write_text(original)
+
+
+@cache
+def own_build(folder, options):
+    """The build of this process, in a copy of the tree that no other one touches."""
+    tree = folder / f"worker-{os.getpid()}"
+    shutil.copytree(folder / "tree", tree)
+    build = Build(tree, options)
+    if build.verdict() != SURVIVED:
+        raise RedTree("the tree does not build, or its tests are red, without a mistake")
+    return build
+
+
+def verdict_with(folder, options, mistake):
+    build = own_build(folder, options)
+    with build.made(mistake):
+        return build.verdict()
