@@ -52,7 +52,7 @@ private:
     std::array<epoll_event, 64> events;
     int const count = epoll_wait(events_.get(), events.data(), events.size(), -1);
     for (int i = 0; i < count; ++i) {
-      auto const source = events[static_cast<size_t>(i)].data.u64;
+      auto const source = static_cast<size_t>(events[static_cast<size_t>(i)].data.u64);
       hear(source / CHANNELS.size(), CHANNELS[source % CHANNELS.size()]);
     }
   }

@@ -47,11 +47,11 @@ void tell_pause(char const* call, unsigned length)
 }
 
 // A negative time stands for a wait without end.
-void tell_wait(int descriptor, long seconds, long microseconds)
+void tell_wait(int descriptor, long long seconds, long long microseconds)
 {
   char text[64];
   tell(text, seconds < 0 ? snprintf(text, sizeof text, "wait for ever on %d", descriptor)
-                         : snprintf(text, sizeof text, "wait %ld.%06ld s on %d", seconds,
+                         : snprintf(text, sizeof text, "wait %lld.%06lld s on %d", seconds,
                                     microseconds, descriptor));
 }
 
@@ -99,7 +99,7 @@ extern "C" int poll(pollfd* descriptors, nfds_t count, int milliseconds)
   int const ready = poll_now(descriptors, count);
   if (ready != 0 || milliseconds == 0) return ready;
   tell_wait(descriptors[0].fd, milliseconds < 0 ? -1 : milliseconds / 1000,
-            milliseconds % 1000 * 1000L);
+            milliseconds % 1000 * 1000LL);
   return poll_now(descriptors, count);
 }
 
