@@ -29,6 +29,11 @@ std::string failed_drain_text(std::string const& status)
   return "DEBUG: CUPS_SC_CMD_DRAIN_OUTPUT=" + status + "\n";
 }
 
+std::string unnamed_status(int byte)
+{
+  return "UNKNOWN(" + std::to_string(static_cast<char>(byte)) + ")";
+}
+
 std::string dump_text(std::string const& label, std::string const& bytes)
 {
   std::string text = "DEBUG: " + label + " size=" + std::to_string(bytes.size());

@@ -11,6 +11,9 @@
 // `status` is a name and a number, for example "CUPS_SC_STATUS_TIMEOUT(3)".
 std::string not_bidirectional_text(std::string const& status);
 std::string failed_drain_text(std::string const& status);
+// A status byte without a name. The library passes it on through a plain char, so a byte from
+// 128 on is a negative number on the one processor and not on the other.
+std::string unnamed_status(int byte);
 
 std::string dump_text(std::string const& label, std::string const& bytes);
 
