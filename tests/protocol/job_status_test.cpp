@@ -35,8 +35,9 @@ TEST(JobStatus, ParseTakesBytes8To11InTheirOrder)
 
 TEST(JobStatus, TypeComesFirstThenTheFourBytes)
 {
-  auto const bytes = bytes_of(parsed({0xab, 0xcd, 0xef, 0x09}));
-  EXPECT_EQ(bytes.at[0], 1);
+  JobStatus const status = parsed({0xab, 0xcd, 0xef, 0x09});
+  EXPECT_EQ(first_number_of(status), 1);
+  auto const bytes = bytes_of(status);
   EXPECT_EQ(bytes.at[4], 0xab);
   EXPECT_EQ(bytes.at[5], 0xcd);
   EXPECT_EQ(bytes.at[6], 0xef);

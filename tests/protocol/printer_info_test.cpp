@@ -35,8 +35,8 @@ TEST(PrinterInfo, FieldsStandInTheRecordsOwnOrder)
                              .ink_sheet_type = 8,
                              .total = 9,
                              .remaining = 10};
+  EXPECT_EQ(first_number_of(parsed(reply)), 1);  // type
   auto const bytes = bytes_of(parsed(reply));
-  EXPECT_EQ(bytes.at[0], 1);  // type
   EXPECT_EQ(bytes.at[4], 2);  // power_state
   EXPECT_EQ(bytes.at[5], 3);  // mech_state
   EXPECT_EQ(bytes.at[6], 4);

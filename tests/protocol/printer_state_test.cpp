@@ -34,8 +34,8 @@ PrinterState of_type(int type) { return PrinterState(static_cast<PrinterState::T
 TEST(PrinterState, TypeComesFirstThenTheCodeInTheOrderSent)
 {
   Code const code = {0xab, 0xcd, 0xef};
+  EXPECT_EQ(first_number_of(PrinterState::Error(&code)), 1);
   auto const bytes = bytes_of(PrinterState::Error(&code));
-  EXPECT_EQ(bytes.at[0], 1);
   EXPECT_EQ(bytes.at[4], 0xab);
   EXPECT_EQ(bytes.at[5], 0xcd);
   EXPECT_EQ(bytes.at[6], 0xef);

@@ -14,6 +14,15 @@ Record retyped(Record record, std::int32_t type)
   return record;
 }
 
+// The number in the record's first place, whichever of its bytes the processor puts first.
+template <typename Record>
+std::int32_t first_number_of(Record const& record)
+{
+  std::int32_t number = 0;
+  std::memcpy(&number, &record, sizeof number);
+  return number;
+}
+
 // The record's bytes as they stand in memory.
 template <typename Record>
 auto bytes_of(Record const& record)
