@@ -12,7 +12,7 @@
 #include "bench/player/command_file.h"
 #include "bench/player/play.h"
 #include "bench/statistics.h"
-#include "tests/program/temporary_file.h"
+#include "tests/harness/temporary_file.h"
 
 namespace {
 

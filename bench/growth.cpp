@@ -9,7 +9,7 @@
 #include "bench/player/command_file.h"
 #include "bench/rounds.h"
 #include "bench/statistics.h"
-#include "tests/program/temporary_file.h"
+#include "tests/harness/temporary_file.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include "bench/player/command_file.h"
 #include "bench/player/play.h"
-#include "tests/program/temporary_file.h"
+#include "tests/harness/temporary_file.h"
 
 void check_floor()
 {

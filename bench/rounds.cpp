@@ -7,7 +7,7 @@
 #include "bench/opponents.h"
 #include "bench/player/command_file.h"
 #include "bench/statistics.h"
-#include "tests/program/temporary_file.h"
+#include "tests/harness/temporary_file.h"
 
 namespace {
 

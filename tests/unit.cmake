@@ -1,18 +1,6 @@
 # The unit ring: every record, table and reporter, with the outside world replaced at link
 # time. The seams are calls, so the product needs no virtual functions for its tests.
 
-add_library(fake_world OBJECT
-  support/expected_texts.cpp
-  support/fake_destinations.cpp
-  support/fake_world.cpp
-  support/replies.cpp
-  support/stderr_capture.cpp)
-target_link_libraries(fake_world PUBLIC velmo)
-foreach(call fwrite fflush sleep usleep strdup cupsSideChannelDoRequest cupsBackChannelRead
-             cupsGetDests cupsGetDest cupsGetOption cupsFreeDests)
-  target_link_options(fake_world INTERFACE LINKER:--wrap=${call})
-endforeach()
-
 add_executable(unit_test
   diag/dump_mem_test.cpp
   diag/enumeration_bits_test.cpp
@@ -33,11 +21,11 @@ add_executable(unit_test
   report/printer_state_reasons_test.cpp
   report/printer_state_report_test.cpp
   report/stale_reason_cleanup_test.cpp)
-target_link_libraries(unit_test PRIVATE fake_world GTest::gtest_main)
+target_link_libraries(unit_test PRIVATE fake_world world_texts GTest::gtest_main)
 
 # A program of its own, because its reason table stands in for the product's.
 add_executable(reason_slots_test report/printer_state_report_slots_test.cpp)
-target_link_libraries(reason_slots_test PRIVATE fake_world GTest::gtest_main)
+target_link_libraries(reason_slots_test PRIVATE fake_world world_texts GTest::gtest_main)
 
 foreach(program unit_test reason_slots_test)
   gtest_discover_tests(${program} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS unit TIMEOUT 120)

@@ -5,7 +5,7 @@
 #include <fstream>
 
 #include "bench/player/play.h"
-#include "tests/program/temporary_file.h"
+#include "tests/harness/temporary_file.h"
 
 namespace {
 

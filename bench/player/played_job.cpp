@@ -9,7 +9,7 @@
 #include <stdexcept>
 
 #include "bench/player/start_program.h"
-#include "tests/program/channel_ends.h"
+#include "tests/harness/channel_ends.h"
 
 namespace {
 

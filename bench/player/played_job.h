@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/program/file_descriptor.h"
+#include "tests/harness/file_descriptor.h"
 
 // What the program has as standard error: the scheduler's pipe, or packets that keep the
 // borders between its writes.

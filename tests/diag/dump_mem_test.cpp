@@ -5,8 +5,8 @@
 
 #include <string>
 
-#include "tests/support/expected_texts.h"
-#include "tests/support/stderr_capture.h"
+#include "tests/oracle/expected_texts.h"
+#include "tests/harness/stderr_capture.h"
 
 namespace {
 

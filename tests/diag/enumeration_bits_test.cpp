@@ -7,7 +7,7 @@
 
 #include <climits>
 
-#include "tests/support/foreign_enum.h"
+#include "tests/harness/foreign_enum.h"
 
 namespace {
 

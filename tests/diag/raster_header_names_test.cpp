@@ -7,7 +7,7 @@
 #include <string>
 
 #include "diag/raster_header.h"
-#include "tests/support/foreign_enum.h"
+#include "tests/harness/foreign_enum.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/stderr_capture.h"
+#include "tests/harness/stderr_capture.h"
 
 namespace {
 

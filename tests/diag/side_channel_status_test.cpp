@@ -5,7 +5,7 @@
 
 #include <climits>
 
-#include "tests/support/foreign_enum.h"
+#include "tests/harness/foreign_enum.h"
 
 namespace {
 

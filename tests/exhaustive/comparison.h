@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "tests/exhaustive/collected_messages.h"
+#include "tests/harness/collected_messages.h"
 
 // Ends the run at the first difference; otherwise counts the case and makes room for the
 // next one.

@@ -6,7 +6,7 @@
 
 #include "report/printer_state_report.h"
 #include "tests/exhaustive/comparison.h"
-#include "tests/exhaustive/reason_rules.h"
+#include "tests/oracle/reason_rules.h"
 
 namespace {
 

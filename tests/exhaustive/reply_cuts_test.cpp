@@ -9,7 +9,7 @@
 #include <span>
 
 #include "protocol/queries.h"
-#include "tests/exhaustive/collected_messages.h"
+#include "tests/harness/collected_messages.h"
 
 namespace {
 

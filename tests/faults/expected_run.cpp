@@ -7,7 +7,7 @@
 
 #include "tests/faults/faulted_run.h"
 #include "tests/faults/played_printer.h"
-#include "tests/program/expected_text.h"
+#include "tests/oracle/expected_text.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "tests/program/status_reply.h"
+#include "tests/oracle/status_reply.h"
 
 // The replies to the status queries, in the order in which these reach the printer: one of a
 // sleeping printer, one of a good one, and one with an error code that no table knows, which

@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "report/stale_reason_cleanup.h"
-#include "tests/exhaustive/collected_messages.h"
+#include "tests/harness/collected_messages.h"
 #include "tests/fuzz/require.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "diag/raster_header.h"
-#include "tests/exhaustive/collected_messages.h"
+#include "tests/harness/collected_messages.h"
 #include "tests/fuzz/raster_rules.h"
 #include "tests/fuzz/require.h"
 

@@ -6,7 +6,7 @@
 #include "protocol/printer_info.h"
 #include "report/printer_levels_report.h"
 #include "report/printer_state_report.h"
-#include "tests/exhaustive/collected_messages.h"
+#include "tests/harness/collected_messages.h"
 #include "tests/fuzz/require.h"
 #include "tests/fuzz/status_rules.h"
 

@@ -3,8 +3,8 @@
 
 #include <optional>
 
-#include "tests/exhaustive/level_rules.h"
-#include "tests/exhaustive/reason_rules.h"
+#include "tests/oracle/level_rules.h"
+#include "tests/oracle/reason_rules.h"
 #include "tests/fuzz/exchange_rules.h"
 #include "tests/fuzz/require.h"
 #include "tests/fuzz/status_rules.h"

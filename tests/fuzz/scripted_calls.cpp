@@ -11,7 +11,7 @@
 #include <cstring>
 
 #include "tests/fuzz/conversation.h"
-#include "tests/support/foreign_enum.h"
+#include "tests/harness/foreign_enum.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "tests/exhaustive/level_rules.h"
+#include "tests/oracle/level_rules.h"
 
 struct Status {
   unsigned memory;

@@ -1,9 +1,9 @@
 // A command line that the filter refuses, and one that names no file that opens.
 #include <gtest/gtest.h>
 
-#include "tests/program/expected_text.h"
-#include "tests/program/run_filter.h"
-#include "tests/program/temporary_file.h"
+#include "tests/oracle/expected_text.h"
+#include "tests/harness/run_filter.h"
+#include "tests/harness/temporary_file.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // How the lines of a command file become directives.
 #include <gtest/gtest.h>
 
-#include "tests/program/expected_text.h"
-#include "tests/program/run_filter.h"
-#include "tests/program/temporary_file.h"
+#include "tests/oracle/expected_text.h"
+#include "tests/harness/run_filter.h"
+#include "tests/harness/temporary_file.h"
 
 namespace {
 

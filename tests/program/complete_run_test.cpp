@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "tests/program/expected_text.h"
-#include "tests/program/run_filter.h"
+#include "tests/oracle/expected_text.h"
+#include "tests/harness/run_filter.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // The ribbon's level, message and name for what the printer counts.
 #include <gtest/gtest.h>
 
-#include "tests/program/expected_text.h"
-#include "tests/program/run_filter.h"
+#include "tests/oracle/expected_text.h"
+#include "tests/harness/run_filter.h"
 
 namespace {
 

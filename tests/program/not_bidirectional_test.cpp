@@ -1,8 +1,8 @@
 // What the directives report when the printer cannot answer: it is woken but never asked.
 #include <gtest/gtest.h>
 
-#include "tests/program/expected_text.h"
-#include "tests/program/run_filter.h"
+#include "tests/oracle/expected_text.h"
+#include "tests/harness/run_filter.h"
 
 namespace {
 

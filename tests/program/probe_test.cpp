@@ -1,8 +1,8 @@
 // Which answers to the probe make the connection bidirectional, and what the others leave.
 #include <gtest/gtest.h>
 
-#include "tests/program/expected_text.h"
-#include "tests/program/run_filter.h"
+#include "tests/oracle/expected_text.h"
+#include "tests/harness/run_filter.h"
 
 namespace {
 

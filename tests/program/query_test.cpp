@@ -1,8 +1,8 @@
 // How a status reply is collected: its pieces, its length, its absence.
 #include <gtest/gtest.h>
 
-#include "tests/program/expected_text.h"
-#include "tests/program/run_filter.h"
+#include "tests/oracle/expected_text.h"
+#include "tests/harness/run_filter.h"
 
 namespace {
 

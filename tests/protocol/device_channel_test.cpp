@@ -6,8 +6,8 @@
 #include <string>
 #include <utility>
 
-#include "tests/support/expected_texts.h"
-#include "tests/support/fake_world.h"
+#include "tests/oracle/expected_texts.h"
+#include "tests/harness/fake_world.h"
 
 namespace {
 

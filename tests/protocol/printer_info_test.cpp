@@ -9,8 +9,8 @@
 #include <string>
 #include <type_traits>
 
-#include "tests/support/replies.h"
-#include "tests/support/retyped.h"
+#include "tests/oracle/replies.h"
+#include "tests/harness/retyped.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include <type_traits>
 
-#include "tests/support/retyped.h"
+#include "tests/harness/retyped.h"
 
 namespace {
 

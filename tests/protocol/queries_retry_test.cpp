@@ -4,9 +4,9 @@
 #include <string>
 
 #include "protocol/queries.h"
-#include "tests/support/expected_texts.h"
-#include "tests/support/fake_world.h"
-#include "tests/support/replies.h"
+#include "tests/oracle/expected_texts.h"
+#include "tests/harness/fake_world.h"
+#include "tests/oracle/replies.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <utility>
 
-#include "tests/support/expected_texts.h"
-#include "tests/support/fake_world.h"
-#include "tests/support/replies.h"
+#include "tests/oracle/expected_texts.h"
+#include "tests/harness/fake_world.h"
+#include "tests/oracle/replies.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <array>
 #include <string>
 
-#include "tests/support/stderr_capture.h"
+#include "tests/harness/stderr_capture.h"
 
 namespace {
 

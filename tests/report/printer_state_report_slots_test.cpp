@@ -8,7 +8,7 @@
 
 #include "report/printer_state_reasons.h"
 #include "report/printer_state_report.h"
-#include "tests/support/stderr_capture.h"
+#include "tests/harness/stderr_capture.h"
 
 PrinterStateReason const PRINTER_STATE_REASONS[38] = {
     {{0, 0, 0}, {}},

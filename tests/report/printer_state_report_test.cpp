@@ -8,9 +8,9 @@
 #include <string>
 
 #include "tests/report/reason_rows.h"
-#include "tests/support/expected_texts.h"
-#include "tests/support/fake_world.h"
-#include "tests/support/stderr_capture.h"
+#include "tests/oracle/expected_texts.h"
+#include "tests/harness/fake_world.h"
+#include "tests/harness/stderr_capture.h"
 
 namespace {
 

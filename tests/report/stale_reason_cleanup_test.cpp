@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/fake_destinations.h"
-#include "tests/support/fake_world.h"
+#include "tests/harness/fake_destinations.h"
+#include "tests/harness/fake_world.h"
 
 namespace {
 

@@ -1,0 +1,72 @@
+// The rules of the level report: six lines, with blanks for what is not known.
+#include "tests/oracle/level_rules.h"
+
+namespace {
+
+void append_hex(std::string& text, unsigned byte)
+{
+  text += "0123456789abcdef"[byte / 16];
+  text += "0123456789abcdef"[byte % 16];
+}
+
+}  // namespace
+
+bool has_level(Ribbon const& ribbon)
+{
+  return ribbon.total != 0 && ribbon.total != 65535 && ribbon.remaining != 65535;
+}
+
+void append_ribbon_text(std::string& text, Ribbon const& ribbon)
+{
+  text += "ink ribbon ";
+  text += std::to_string(ribbon.remaining);
+  text += " / ";
+  text += std::to_string(ribbon.total);
+  text += " ink_sheet_type=0x";
+  append_hex(text, ribbon.ink_sheet);
+}
+
+void append_ink_sheet_name(std::string& text, unsigned ink_sheet)
+{
+  if (ink_sheet == 0x84)
+    text += "13x18(5x7″)";
+  else if (ink_sheet == 0x8f)
+    text += "15x20(6x8″)";
+  else
+    append_hex(text, ink_sheet);
+}
+
+void append_level_report(std::string& text, Ribbon const& ribbon, unsigned level)
+{
+  text += "DEBUG: [ReportLevels] ";
+  append_ribbon_text(text, ribbon);
+  text += "\nATTR: marker-colors=#00FF00\nATTR: marker-levels=";
+  if (has_level(ribbon)) {
+    text += std::to_string(level);
+    text += "\nATTR: marker-message=\"Prints Remaining = ";
+    text += std::to_string(ribbon.remaining);
+    text += " / ";
+    text += std::to_string(ribbon.total);
+  } else {
+    text += "-1\nATTR: marker-message=\" ";
+  }
+  text += "\"\nATTR: marker-names=\"";
+  if (ribbon.ink_sheet == 255) {
+    text += " ";
+  } else {
+    text += "Ribbon Type: ";
+    append_ink_sheet_name(text, ribbon.ink_sheet);
+  }
+  text += "\"\nATTR: marker-types=ink-ribbon\n";
+}
+
+void append_unavailable_level_report(std::string& text)
+{
+  text +=
+      "DEBUG: [ReportLevels] UNAVAILABLE\n"
+      "ATTR: marker-colors=#00FF00\n"
+      "ATTR: marker-levels=-2\n"
+      "ATTR: marker-message=\" \"\n"
+      "ATTR: marker-names=\"Ribbon Type: 00\"\n"
+      "ATTR: marker-types=ink-ribbon\n";
+}

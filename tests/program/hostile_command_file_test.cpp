@@ -1,0 +1,184 @@
+// Command files that no scheduler writes: late, compressed, endless, binary.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "tests/harness/command_feeder.h"
+#include "tests/oracle/expected_text.h"
+#include "tests/harness/run_filter.h"
+#include "tests/harness/temporary_file.h"
+
+namespace {
+
+Transcript run_file(std::string const& path)
+{
+  Job job;
+  job.arguments.push_back(path);
+  return run_filter(job);
+}
+
+void expect_directives(Transcript const& run, std::string const& directives)
+{
+  std::string const messages = wake_up_text() + directives;
+  EXPECT_TRUE(run.messages == messages)  // may be too long to be compared line by line
+      << run.messages.substr(0, 2000);
+  EXPECT_EQ(run.events, probe_events() + wake_up_events() + exit_event(0));
+}
+
+std::string directive_of_line(int line) { return "Directive" + std::to_string(line); }
+
+std::string many_directives(int count)
+{
+  std::string text;
+  for (int line = 1; line <= count; ++line) text += directive_of_line(line) + "\n";
+  return text;
+}
+
+std::string many_directive_texts(int count)
+{
+  std::string text;
+  for (int line = 1; line <= count; ++line) text += directive_text(directive_of_line(line), line);
+  return text;
+}
+
+std::string compressed(std::string const& text)
+{
+  TemporaryFile const plain(text);
+  TemporaryFile const packed("");
+  // NOLINTNEXTLINE(cert-env33-c): the paths are the test's own.
+  if (std::system(("gzip -n <" + plain.path() + " >" + packed.path()).c_str()) != 0)
+    throw std::runtime_error("gzip");
+  std::ostringstream bytes;
+  bytes << std::ifstream(packed.path(), std::ios::binary).rdbuf();
+  return bytes.str();
+}
+
+TEST(CommandFile, DirectoryIsOneWithoutDirectives) { expect_directives(run_file("/"), ""); }
+
+TEST(CommandFile, ThatComesLateAndInPiecesIsReadToItsEnd)
+{
+  CommandFeeder const feeder([](int fifo) {
+    for (char const* piece : {"", "Fi", "rst\nSe", "cond", "\n#", "Comment\nLast"}) {
+      feed_text(fifo, piece);
+      wait_until_read(fifo);
+    }
+  });
+  expect_directives(
+      run_file(feeder.path()),
+      directive_text("First", 1) + directive_text("Second", 2) + directive_text("Last", 4));
+}
+
+TEST(CommandFile, CompressedOneIsReadLikeAPlainOne)
+{
+  TemporaryFile const file(compressed(many_directives(2000)));
+  expect_directives(run_file(file.path()), many_directive_texts(2000));
+}
+
+// The last line may be cut, but not torn.
+void expect_first_directives(Transcript const& run, std::string const& all)
+{
+  std::size_t const last = run.messages.rfind("DEBUG: ", run.messages.size() - 2);
+  EXPECT_TRUE(run.events.ends_with(exit_event(0))) << run.events;
+  EXPECT_TRUE(run.messages.ends_with("\n"));
+  EXPECT_EQ(run.messages.substr(0, last), all.substr(0, last));
+  EXPECT_GT(last, wake_up_text().size());
+  EXPECT_LT(run.messages.size(), all.size());
+}
+
+TEST(CommandFile, TruncatedCompressedOneYieldsItsFirstDirectives)
+{
+  std::string const whole = compressed(many_directives(2000));
+  std::string const all = wake_up_text() + many_directive_texts(2000);
+  for (std::size_t parts : {1U, 2U, 3U, 4U, 7U}) {
+    SCOPED_TRACE(parts);
+    TemporaryFile const file(whole.substr(0, whole.size() * parts / 8));
+    expect_first_directives(run_file(file.path()), all);
+  }
+}
+
+TEST(CommandFile, CompressedOneCutAnywhereIsReadWithoutHarm)
+{
+  std::string const whole = compressed("First\nSecond\nThird\n");
+  for (std::size_t length = 0; length < whole.size(); ++length) {
+    SCOPED_TRACE(length);
+    TemporaryFile const file(whole.substr(0, length));
+    Transcript const run = run_file(file.path());
+    EXPECT_TRUE(run.messages.starts_with(wake_up_text())) << run.messages;
+    EXPECT_TRUE(run.messages.ends_with("\n")) << run.messages;
+    EXPECT_EQ(run.events, probe_events() + wake_up_events() + exit_event(0));
+  }
+}
+
+// COMMENT_MEGABYTES makes it larger; 1024 is the long run.
+TEST(CommandFile, CommentsOfAnyLengthAreOnlyCounted)
+{
+  char const* const wanted = getenv("COMMENT_MEGABYTES");
+  int const megabytes = wanted ? static_cast<int>(std::strtol(wanted, nullptr, 10)) : 64;
+  int const lines_of_a_megabyte = 16384;  // 64 bytes each
+  CommandFeeder const feeder([&](int fifo) {
+    std::string const megabyte = repeated(lines_of_a_megabyte, "#" + std::string(62, 'x') + "\n");
+    for (int i = 0; i < megabytes; ++i) feed_text(fifo, megabyte);
+    feed_text(fifo, "Last\n");
+  });
+  expect_directives(run_file(feeder.path()),
+                    directive_text("Last", megabytes * lines_of_a_megabyte + 1));
+}
+
+TEST(CommandFile, AMillionUnknownDirectivesAreLogged)
+{
+  TemporaryFile const file(many_directives(1'000'000));
+  expect_directives(run_file(file.path()), many_directive_texts(1'000'000));
+}
+
+// The library's line ends at the zero byte, which leaves nothing of a line that begins with one.
+TEST(CommandFile, ZeroBytesEndADirectiveButNotItsLine)
+{
+  using namespace std::string_literals;
+  TemporaryFile const file("First\0Second\n\0ReportStatus\nThird \0\n#\0\nLast\0"s);
+  expect_directives(run_file(file.path()), directive_text("First", 1) + directive_text("Third", 3)
+                                               + directive_text("Last", 5));
+}
+
+TEST(CommandFile, OfZeroBytesAloneYieldsNoDirective)
+{
+  TemporaryFile const file(std::string(100000, '\0'));
+  expect_directives(run_file(file.path()), "");
+}
+
+TEST(CommandFile, BytesOfNoCharacterSetArePassedOn)
+{
+  TemporaryFile const file("\xff\xfe\x80\n\x1b[31m\n");
+  expect_directives(run_file(file.path()),
+                    directive_text("\xff\xfe\x80", 1) + directive_text("\x1b[31m", 2));
+}
+
+// A line takes 1023 characters; the rest, be it nothing, counts as a line of its own.
+TEST(CommandFile, LongLinesAreCutAtTheBuffer)
+{
+  std::string const full(1023, 'x');
+  struct {
+    std::size_t length;
+    std::string directives;
+  } const rows[] = {
+      {1022, directive_text(std::string(1022, 'x'), 1) + directive_text("Next", 2)},
+      {1023, directive_text(full, 1) + directive_text("Next", 3)},
+      {1024, directive_text(full, 1) + directive_text("x", 2) + directive_text("Next", 3)},
+  };
+  for (auto const& row : rows) {
+    SCOPED_TRACE(row.length);
+    TemporaryFile const file(std::string(row.length, 'x') + "\nNext\n");
+    expect_directives(run_file(file.path()), row.directives);
+  }
+}
+
+TEST(CommandFile, LineOfAHundredThousandCharactersIsNinetyEight)
+{
+  std::string directives;
+  for (int line = 1; line <= 97; ++line) directives += directive_text(std::string(1023, 'x'), line);
+  directives += directive_text(std::string(769, 'x'), 98) + directive_text("Next", 99);
+  TemporaryFile const file(std::string(100000, 'x') + "\nNext\n");
+  expect_directives(run_file(file.path()), directives);
+}
+
+}  // namespace

@@ -1,0 +1,112 @@
+// SIGTERM, with which the scheduler cancels a job: the filter ends by it wherever it is, and
+// leaves whole lines and whole commands.
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include "tests/harness/command_feeder.h"
+#include "tests/harness/stepped_filter.h"
+#include "tests/oracle/expected_text.h"
+
+namespace {
+
+constexpr StatusReply ASLEEP{.power = 0x01};
+
+// A wait of the run, and what stands on standard error and with the printer by then.
+struct Phase {
+  char const* wait;
+  std::string messages;
+  std::string device;
+};
+
+std::string begun(std::string const& function, std::string const& command)
+{
+  return "DEBUG: " + function + "() START\n" + dump_text("[CMD]", command);
+}
+
+// The phases of a job with one "ReportStatus" for a printer that sleeps.
+std::vector<Phase> phases()
+{
+  std::string const wake_up = begun("wr_esc_wakeup", "\033EWU");
+  std::string const asked = "DEBUG: get_printer_info_retry() START\n";
+  std::string const first = wake_up_text() + directive_text("ReportStatus", 1) + asked;
+  std::string const answered =
+      first + attempt_text(query_text(ASLEEP.bytes()), ASLEEP.info_text(), "retrying(1/60)");
+  std::string const query = begun("get_printer_info", "\033V21");
+  return {
+      {"wait 30.000000 s on 4", "", ""},
+      {"wait 5.000000 s on 4", wake_up, "\033EWU"},
+      {"usleep 500000", wake_up, "\033EWU"},
+      {"wait 5.000000 s on 4", first + query, "\033EWU\033V21"},
+      {"wait 1.000000 s on 3", first + query, "\033EWU\033V21"},
+      {"sleep 1", answered, "\033EWU\033V21"},
+      {"wait 5.000000 s on 4", answered + query, "\033EWU\033V21\033V21"},
+      {"wait 1.000000 s on 3", answered + query, "\033EWU\033V21\033V21"},
+  };
+}
+
+Job report_status()
+{
+  Job job;
+  job.standard_input = "ReportStatus\n";
+  return job;
+}
+
+PrinterScript sleeping_printer()
+{
+  PrinterScript script;
+  script.replies = {{{ASLEEP.bytes()}}};
+  return script;
+}
+
+TEST(Termination, EndsTheRunAtOnceInEachPhase)
+{
+  std::vector<Phase> const all = phases();
+  for (std::size_t last = 0; last < all.size(); ++last) {
+    SCOPED_TRACE(last);
+    SteppedFilter filter(report_status(), sleeping_printer());
+    for (std::size_t i = 0; i < last; ++i) {
+      ASSERT_EQ(filter.next_wait(), all[i].wait);
+      filter.go_on();
+    }
+    ASSERT_EQ(filter.next_wait(), all[last].wait);
+    EXPECT_EQ(filter.terminate(), SIGTERM);
+    EXPECT_EQ(filter.messages(), all[last].messages);
+    EXPECT_EQ(filter.device(), all[last].device);
+  }
+}
+
+TEST(Termination, EndsARunWhosePrinterTakesNothing)
+{
+  SteppedFilter filter(report_status(), {});
+  ASSERT_EQ(filter.next_wait(), "wait 30.000000 s on 4");
+  filter.fill_device();
+  filter.go_on();
+  std::string const wake_up = begun("wr_esc_wakeup", "\033EWU");
+  filter.wait_for_message(wake_up);
+  EXPECT_EQ(filter.terminate(), SIGTERM);
+  EXPECT_EQ(filter.messages(), wake_up);
+  EXPECT_EQ(filter.device().find('\033'), std::string::npos);
+}
+
+TEST(Termination, EndsARunWhoseCommandFileDoesNotCome)
+{
+  CommandFeeder const feeder([](int fifo) {
+    feed_text(fifo, "Clean\n");
+    for (;;) pause();
+  });
+  Job job;
+  job.arguments.push_back(feeder.path());
+  SteppedFilter filter(job, {});
+  for (char const* wait : {"wait 30.000000 s on 4", "wait 5.000000 s on 4", "usleep 500000"}) {
+    ASSERT_EQ(filter.next_wait(), wait);
+    filter.go_on();
+  }
+  std::string const text = wake_up_text() + directive_text("Clean", 1);
+  filter.wait_for_message(directive_text("Clean", 1));
+  EXPECT_EQ(filter.terminate(), SIGTERM);
+  EXPECT_EQ(filter.messages(), text);
+  EXPECT_EQ(filter.device(), "\033EWU");
+}
+
+}  // namespace
