@@ -19,6 +19,8 @@
 scheduler_files=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 # shellcheck source-path=SCRIPTDIR source=on-exit.sh
 . "$scheduler_files/on-exit.sh"
+# shellcheck source-path=SCRIPTDIR source=end-child.sh
+. "$scheduler_files/end-child.sh"
 # shellcheck source-path=SCRIPTDIR source=wait-until.sh
 . "$scheduler_files/wait-until.sh"
 # shellcheck source-path=SCRIPTDIR source=scheduler-jobs.sh
@@ -151,11 +153,8 @@ scheduler_start() {
 # Ends the scheduler with the jobs that it runs, and removes its folders. Harmless when
 # nothing was started.
 scheduler_stop() {
-  if [[ $scheduler_pid ]]; then
-    kill "$scheduler_pid" 2>/dev/null || true
-    wait "$scheduler_pid" 2>/dev/null || true
-    scheduler_pid=
-  fi
+  [[ -z $scheduler_pid ]] || end_child "$scheduler_pid"
+  scheduler_pid=
   [[ -z $scheduler_dir ]] || rm -rf "$scheduler_dir"
   scheduler_dir=
 }

@@ -20,17 +20,44 @@ scheduler_send_command() {
   scheduler_job=${answer##*-}
 }
 
+# scheduler_uri PATH: what a client calls the scheduler's socket file, or what lies below it.
+scheduler_uri() {
+  local socket=$scheduler_dir/clients/socket
+  socket=${socket//%/%25}
+  socket=${socket// /%20}
+  echo "ipp://${socket//\//%2F}/$1"
+}
+
+# scheduler_answered ATTRIBUTE: writes the attribute's value from what ipptool writes, which comes
+# on standard input. Before the answer ipptool echoes the request, where the name stands elsewhere.
+scheduler_answered() {
+  ATTRIBUTE=$1 awk '
+    { sub(/^ */, "") }
+    index($0, ENVIRON["ATTRIBUTE"] " (") == 1 && sub(/^[^(]*[(][^)]*[)] = /, "")'
+}
+
+# Writes what the log holds of the job sent last, without the level and the time of each line.
+scheduler_job_log() {
+  JOB="[Job $scheduler_job] " awk '
+    sub(/^[A-Z] \[[^]]*\] /, "") && index($0, ENVIRON["JOB"]) == 1 {
+      print substr($0, length(ENVIRON["JOB"]) + 1)
+    }' "$scheduler_log"
+}
+
+# Writes what the log holds of filters that failed, crashed, or are not to be used.
+scheduler_complaints() {
+  grep -E 'cups-[a-z-]*-warning|Filter failed|crashed|stopped with status' "$scheduler_log" || true
+}
+
 # scheduler_ask PATH REQUEST ATTRIBUTE [OPTION...]: sends one of the requests in
 # scripts/lib/scheduler over IPP and writes the attribute's value from the answer, several
 # values separated by commas, nothing when it is not there.
 scheduler_ask() {
-  local host answer
-  host=$(sed 's/%/%25/g; s/ /%20/g; s,/,%2F,g' <<<"$scheduler_dir/clients/socket")
+  local answer
   answer=$(scheduler_client timeout 120 ipptool -tv -d attribute="$3" "${@:4}" \
-    "ipp://$host/$1" "$scheduler_files/scheduler/$2.test" 2>&1) ||
+    "$(scheduler_uri "$1")" "$scheduler_files/scheduler/$2.test" 2>&1) ||
     scheduler_fail "no answer about $3:"$'\n'"$(tail -n 3 <<<"$answer")"
-  # The request is echoed before the answer; there, ATTRIBUTE stands on the right only.
-  sed -n "s/^ *$3 ([^)]*) = //p" <<<"$answer"
+  scheduler_answered "$3" <<<"$answer"
 }
 
 # Waits until the job sent last runs no more, and fails unless it was completed.
@@ -38,7 +65,7 @@ scheduler_wait_job() {
   local state
   state=$(scheduler_ask '' job-end job-state -d job="$scheduler_job") || state='still running'
   [[ $state == completed ]] || {
-    grep -F "[Job $scheduler_job]" "$scheduler_log" | tail -n 20 >&2
+    scheduler_job_log | tail -n 20 >&2
     scheduler_fail "job $scheduler_job is not completed but $state; above are its last log lines"
   }
 }

@@ -13,6 +13,8 @@
 
 # shellcheck source-path=SCRIPTDIR source=on-exit.sh
 . "$(dirname "${BASH_SOURCE[0]}")/on-exit.sh"
+# shellcheck source-path=SCRIPTDIR source=end-child.sh
+. "$(dirname "${BASH_SOURCE[0]}")/end-child.sh"
 # shellcheck source-path=SCRIPTDIR source=wait-until.sh
 . "$(dirname "${BASH_SOURCE[0]}")/wait-until.sh"
 
@@ -26,7 +28,8 @@ printer_fail() {
 
 # How many lines of what the printer wrote begin with this text.
 printer_count() {
-  grep -c "^$1" "$printer_dir/heard" || true
+  BEGINNING=$1 awk 'index($0, ENVIRON["BEGINNING"]) == 1 { ++n } END { print n + 0 }' \
+    "$printer_dir/heard"
 }
 
 # Whether there are more lines that begin with this text than there were.
@@ -69,11 +72,8 @@ printer_tell() {
 
 # Ends the printer. Harmless when none was started.
 printer_stop() {
-  if [[ $printer_pid ]]; then
-    kill "$printer_pid" 2>/dev/null || true
-    wait "$printer_pid" 2>/dev/null || true
-    printer_pid=
-  fi
+  [[ -z $printer_pid ]] || end_child "$printer_pid"
+  printer_pid=
   [[ -z $printer_dir ]] || rm -rf "$printer_dir"
   printer_dir=
 }

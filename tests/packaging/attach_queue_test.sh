@@ -8,8 +8,10 @@ here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/../.." && pwd)
 # shellcheck source=scripts/lib/private-scheduler.sh
 . "$root/scripts/lib/private-scheduler.sh"
-# shellcheck source=tests/packaging/check.sh
-. "$here/check.sh"
+# shellcheck source=tests/harness/expect.sh
+. "$root/tests/harness/expect.sh"
+# shellcheck source=tests/packaging/trust.sh
+. "$here/trust.sh"
 
 work=$(mktemp -d)
 on_exit "scheduler_stop; rm -rf '$work'"
@@ -33,8 +35,8 @@ attach() {
     "$root/packaging/velmo-attach-queue" "$@" >"$work/messages" 2>&1 || status=$?
 }
 
-unsaid() { lacks_text "$work/messages" "$1"; }
-said() { has_text "$work/messages" "$1"; }
+# expect_said RULE TEXT: the program said so.
+expect_said() { expect_part "$1" "$(<"$work/messages")" "$2"; }
 
 # make_queue NAME [PPD-LINE...]: a queue whose PPD file ends with these lines.
 make_queue() {
@@ -46,178 +48,182 @@ make_queue() {
 }
 
 ppd() { echo "$scheduler_dir/etc/ppd/$1.ppd"; }
-has_line() { grep -qxF -- "$2" "$(ppd "$1")"; }
+has_line() { grep -xF -- "$2" "$(ppd "$1")" || { cat "$(ppd "$1")" && return 1; }; }
 unchanged() { cmp "$work/$1" "$(ppd "$1")"; }
 formats() { scheduler_printer_attribute "$1" document-format-supported | tr , '\n'; }
-takes() { formats "$1" | grep -qxF "$2"; }
+takes() { formats "$1" | grep -xF "$2" || { formats "$1" && return 1; }; }
 # Every queue takes some format: one that names none has not been asked.
-refuses() { formats "$1" | grep -q / && not takes "$@"; }
+refuses() { formats "$1" | grep / && not takes "$@"; }
 commands() { scheduler_printer_attribute "$1" printer-commands; }
 
 # What every attached queue must be, as the scheduler sees it.
 check_attached() {
-  check "$1: attaching succeeds" same 0 "$status"
-  check "$1: the scheduler takes command jobs" takes "$1" "$COMMAND_TYPE"
-  check "$1: the scheduler offers our commands" same ReportLevels,ReportStatus "$(commands "$1")"
-  check "$1: the device is kept" same "$DEVICE" "$(scheduler_printer_attribute "$1" device-uri)"
-  check "$1: no filter is missing" same none "$(scheduler_printer_attribute "$1" printer-state-reasons)"
-  check "$1: the PPD file as it was is kept" cmp "$work/$1" "$(ppd "$1").velmo-backup"
-  check "$1: the PPD file gained lines and lost none" same "" "$(diff "$work/$1" "$(ppd "$1")" | grep '^<')"
+  expect "$1: attaching succeeds" "$status" 0
+  expect_that "$1: the scheduler takes command jobs" takes "$1" "$COMMAND_TYPE"
+  expect "$1: the scheduler offers our commands" "$(commands "$1")" ReportLevels,ReportStatus
+  expect "$1: the device is kept" "$(scheduler_printer_attribute "$1" device-uri)" "$DEVICE"
+  expect "$1: no filter is missing" "$(scheduler_printer_attribute "$1" printer-state-reasons)" none
+  expect_that "$1: the PPD file as it was is kept" cmp "$work/$1" "$(ppd "$1").velmo-backup"
+  expect "$1: the PPD file gained lines and lost none" "$(diff "$work/$1" "$(ppd "$1")" | grep '^<')" ""
+}
+
+filter_has_started() {
+  scheduler_job_log | grep -qF "Started filter $scheduler_dir/bin/filter/commandtovelmo "
 }
 
 # A job that reaches the filter is answered by nobody, but shows whose it is.
 starts_our_filter() {
   scheduler_send_command "$1" ReportStatus
-  # shellcheck disable=SC2154 # set by scheduler_send_command
-  wait_until 30 grep -q \
-    "\[Job $scheduler_job\] Started filter $scheduler_dir/bin/filter/commandtovelmo" "$scheduler_log"
+  wait_until 30 filter_has_started || { scheduler_job_log && return 1; }
   scheduler_client cancel "$1-$scheduler_job"
 }
 
 # --- one command filter per kind of PPD file
 make_queue postscript
-check "a PPD file without filter lines: PostScript is taken" takes postscript application/postscript
+expect_that "a PPD file without filter lines: PostScript is taken" takes postscript application/postscript
 attach postscript
 check_attached postscript
-check "postscript: PostScript is still taken" takes postscript application/postscript
-check "postscript: it goes to the printer as it is" has_line postscript "$PASS_POSTSCRIPT"
-check "postscript: the filter is named" has_line postscript "$OURS1"
-check "postscript: the job starts the filter" starts_our_filter postscript
+expect_that "postscript: PostScript is still taken" takes postscript application/postscript
+expect_that "postscript: it goes to the printer as it is" has_line postscript "$PASS_POSTSCRIPT"
+expect_that "postscript: the filter is named" has_line postscript "$OURS1"
+expect_that "postscript: the job starts the filter" starts_our_filter postscript
 
 make_queue raster "$RASTER1"
-check "a PPD file with a raster filter: no command jobs yet" refuses raster "$COMMAND_TYPE"
+expect_that "a PPD file with a raster filter: no command jobs yet" refuses raster "$COMMAND_TYPE"
 attach raster
 check_attached raster
-check "raster: the filter is named" has_line raster "$OURS1"
-check "raster: no PostScript line comes in" not has_line raster "$PASS_POSTSCRIPT"
-check "raster: the job starts the filter" starts_our_filter raster
+expect_that "raster: the filter is named" has_line raster "$OURS1"
+expect_that "raster: no PostScript line comes in" not has_line raster "$PASS_POSTSCRIPT"
+expect_that "raster: the job starts the filter" starts_our_filter raster
 
 make_queue raster2 "$RASTER1" "$RASTER2"
 attach raster2
 check_attached raster2
-check "raster2: the filter is named in a cupsFilter2 line" has_line raster2 "$OURS2"
-check "raster2: it is not named in a cupsFilter line" not has_line raster2 "$OURS1"
-check "raster2: the job starts the filter" starts_our_filter raster2
+expect_that "raster2: the filter is named in a cupsFilter2 line" has_line raster2 "$OURS2"
+expect_that "raster2: it is not named in a cupsFilter line" not has_line raster2 "$OURS1"
+expect_that "raster2: the job starts the filter" starts_our_filter raster2
 
 make_queue ignored "$RASTER2" "$OURS1" "$OUR_COMMANDS"
-check "beside a cupsFilter2 line the scheduler looks at no cupsFilter line" refuses ignored "$COMMAND_TYPE"
+expect_that "beside a cupsFilter2 line the scheduler looks at no cupsFilter line" \
+  refuses ignored "$COMMAND_TYPE"
 
 # --- once more, and away again
 cp "$(ppd raster)" "$work/attached"
 attach raster
-check "a second run does nothing" said "nothing to do"
-check "a second run leaves the PPD file alone" cmp "$work/attached" "$(ppd raster)"
+expect_said "a second run does nothing" "nothing to do"
+expect_that "a second run leaves the PPD file alone" cmp "$work/attached" "$(ppd raster)"
 attach --remove raster
-check "removing succeeds" same 0 "$status"
-check "removing restores the PPD file byte by byte" unchanged raster
-check "removed, the queue takes no command jobs" refuses raster "$COMMAND_TYPE"
+expect "removing succeeds" "$status" 0
+expect_that "removing restores the PPD file byte by byte" unchanged raster
+expect_that "removed, the queue takes no command jobs" refuses raster "$COMMAND_TYPE"
 attach --remove raster
-check "removing what is not there does nothing" said "nothing to do"
+expect_said "removing what is not there does nothing" "nothing to do"
 
 # --- looking only
 make_queue dry "$RASTER1"
 attach --dry-run dry
-check "a dry run shows the line" said "+$OURS1"
-check "a dry run leaves the PPD file alone" unchanged dry
-check "a dry run keeps no copy" not test -e "$(ppd dry).velmo-backup"
+expect_said "a dry run shows the line" "+$OURS1"
+expect_that "a dry run leaves the PPD file alone" unchanged dry
+expect_that "a dry run keeps no copy" not test -e "$(ppd dry).velmo-backup"
 
 # --- a command filter that is there already
 OTHER='*cupsFilter: "application/vnd.cups-command 0 commandtops"'
 OTHER_COMMANDS='*cupsCommands: "Clean"'
 make_queue taken "$OTHER" "$OTHER_COMMANDS"
 attach taken
-check "another command filter: refused" same 1 "$status"
-check "another command filter: it is shown" said "$OTHER"
-check "another command filter: left alone" unchanged taken
+expect "another command filter: refused" "$status" 1
+expect_said "another command filter: it is shown" "$OTHER"
+expect_that "another command filter: left alone" unchanged taken
 attach --force taken
-check "--force: the scheduler offers our commands alone" same ReportLevels,ReportStatus "$(commands taken)"
-check "--force: the other filter is out of force" not has_line taken "$OTHER"
-check "--force: the job starts the filter" starts_our_filter taken
+expect "--force: the scheduler offers our commands alone" "$(commands taken)" ReportLevels,ReportStatus
+expect_that "--force: the other filter is out of force" not has_line taken "$OTHER"
+expect_that "--force: the job starts the filter" starts_our_filter taken
 attach --remove taken
-check "removing puts a replaced filter back" unchanged taken
+expect_that "removing puts a replaced filter back" unchanged taken
 
 make_queue taken2 "$RASTER2" '*cupsFilter2: "application/VND.cups-command application/octet-stream 0 commandtops"'
 attach taken2
-check "another command filter in a cupsFilter2 line, in any case: refused" same 1 "$status"
+expect "another command filter in a cupsFilter2 line, in any case: refused" "$status" 1
 make_queue beside "$RASTER2" "$OTHER"
 attach beside
-check "a command filter in a line that the scheduler does not look at is no hindrance" same 0 "$status"
-check "it is left as it is" has_line beside "$OTHER"
+expect "a command filter in a line that the scheduler does not look at is no hindrance" "$status" 0
+expect_that "it is left as it is" has_line beside "$OTHER"
 
 make_queue listed "$RASTER1" '*cupsCommands: "none"'
 attach listed
-check "another list of commands: refused" same 1 "$status"
-check "another list of commands: left alone" unchanged listed
+expect "another list of commands: refused" "$status" 1
+expect_that "another list of commands: left alone" unchanged listed
 
 make_queue broken "$RASTER1" '*cupsCommands: "Clean' 'PrintSelfTestPage"'
 attach --force broken
-check "a line that goes on in the next is not replaced" said "goes on in the next line"
-check "a line that goes on in the next is left alone" unchanged broken
+expect_said "a line that goes on in the next is not replaced" "goes on in the next line"
+expect_that "a line that goes on in the next is left alone" unchanged broken
 
 make_queue own "$OURS1" "$OUR_COMMANDS"
 attach own
-check "a PPD file that names the filter by itself: nothing to do" said "nothing to do"
-check "a PPD file that names the filter by itself: left alone" unchanged own
+expect_said "a PPD file that names the filter by itself: nothing to do" "nothing to do"
+expect_that "a PPD file that names the filter by itself: left alone" unchanged own
 
 make_queue faulty '*cupsFilter: "application/vnd.cups-raster 0 rastertonowhere"'
 attach faulty
-check "a PPD file that was at fault before is no hindrance" same 0 "$status"
-check "it names the filter" has_line faulty "$OURS1"
+expect "a PPD file that was at fault before is no hindrance" "$status" 0
+expect_that "it names the filter" has_line faulty "$OURS1"
 
 make_queue gone '*cupsFilter: "application/vnd.cups-command 0 commandtonowhere"'
 attach --force gone
-check "a command filter that is missing can be replaced" same 0 "$status"
-check "then no filter is missing" same none "$(scheduler_printer_attribute gone printer-state-reasons)"
+expect "a command filter that is missing can be replaced" "$status" 0
+expect "then no filter is missing" "$(scheduler_printer_attribute gone printer-state-reasons)" none
 
 # --- line ends of other systems
 make_queue windows "$RASTER1"
 sed 's/$/\r/' "$work/windows" >"$work/crlf"
 scheduler_add_queue windows "$DEVICE" "$work/crlf"
 attach windows
-check "CR LF: the PPD file gained lines, ending in LF as the others now do" \
-  same "" "$(diff "$work/windows" "$(ppd windows)" | grep '^<')"
-check "CR LF: the job starts the filter" starts_our_filter windows
+expect "CR LF: the PPD file gained lines, ending in LF as the others now do" \
+  "$(diff "$work/windows" "$(ppd windows)" | grep '^<')" ""
+expect_that "CR LF: the job starts the filter" starts_our_filter windows
 make_queue macintosh "$RASTER1"
 tr '\n' '\r' <"$work/macintosh" >"$work/cr"
 scheduler_add_queue macintosh "$DEVICE" "$work/cr"
 attach macintosh
-check "CR: the raster filter is seen" not has_line macintosh "$PASS_POSTSCRIPT"
-check "CR: the job starts the filter" starts_our_filter macintosh
+expect_that "CR: the raster filter is seen" not has_line macintosh "$PASS_POSTSCRIPT"
+expect_that "CR: the job starts the filter" starts_our_filter macintosh
 
 # --- texts for the printer's errors
 make_queue texts "$RASTER1"
 printf '# comment\n\ncom.velmo-error0001 First text\n\tcom.velmo-error0023   No answer \n' >"$work/texts-1"
 attach --reason-texts "$work/texts-1" texts
-check "a text becomes a PPD line" has_line texts '*cupsIPPReason com.velmo-error0001/First text: ""'
-check "blanks around a text do not count" has_line texts '*cupsIPPReason com.velmo-error0023/No answer: ""'
+expect_that "a text becomes a PPD line" has_line texts '*cupsIPPReason com.velmo-error0001/First text: ""'
+expect_that "blanks around a text do not count" \
+  has_line texts '*cupsIPPReason com.velmo-error0023/No answer: ""'
 echo 'com.velmo-error0001 Other text' >"$work/texts-2"
 attach --reason-texts "$work/texts-2" texts
-check "new texts take the place of all old ones" \
-  same '*cupsIPPReason com.velmo-error0001/Other text: ""' "$(grep cupsIPPReason "$(ppd texts)")"
+expect "new texts take the place of all old ones" \
+  "$(grep cupsIPPReason "$(ppd texts)")" '*cupsIPPReason com.velmo-error0001/Other text: ""'
 cp "$(ppd texts)" "$work/attached"
 for bad in 'com.velmo-error001 Text' 'paper-jam Text' 'com.velmo-error0001' 'com.velmo-error0001 a: b' \
   'com.velmo-error0001 a "b"' 'com.velmo-error0001 a/b' 'com.velmo-error0001 <41>' \
   "com.velmo-error0001 $(printf '%081d' 0)"; do
   echo "$bad" >"$work/bad"
   attach --reason-texts "$work/bad" texts
-  check "refused: $bad" same 1 "$status"
-  check "the line is named: $bad" said "$work/bad:1: "
+  expect "refused: $bad" "$status" 1
+  expect_said "the line is named: $bad" "$work/bad:1: "
 done
 printf 'com.velmo-error0001 A\ncom.velmo-error0001 B\n' >"$work/bad"
 attach --reason-texts "$work/bad" texts
-check "two texts for one keyword: refused" said "bad:2: a second text"
-check "refused texts leave the PPD file alone" cmp "$work/attached" "$(ppd texts)"
+expect_said "two texts for one keyword: refused" "bad:2: a second text"
+expect_that "refused texts leave the PPD file alone" cmp "$work/attached" "$(ppd texts)"
 attach --reason-texts "$work/none" texts
-check "a file of texts that is not there: refused" said "cannot read $work/none"
+expect_said "a file of texts that is not there: refused" "cannot read $work/none"
 
 # --- the queue's own state
 make_queue stopped "$RASTER1"
 scheduler_client cupsdisable -r "for a test" stopped
 scheduler_client cupsreject stopped
 attach stopped
-check "a stopped queue stays stopped" same stopped "$(scheduler_printer_attribute stopped printer-state)"
-check "a queue that rejects jobs goes on rejecting" \
-  same false "$(scheduler_printer_attribute stopped printer-is-accepting-jobs)"
+expect "a stopped queue stays stopped" "$(scheduler_printer_attribute stopped printer-state)" stopped
+expect "a queue that rejects jobs goes on rejecting" \
+  "$(scheduler_printer_attribute stopped printer-is-accepting-jobs)" false
 
 # --- advice
 # advised DEVICE: what the program advises a queue of this device to have, taken up.
@@ -229,34 +235,34 @@ advised() {
   scheduler_client sh -e "$work/advice" 2>/dev/null
   scheduler_printer_attribute raster device-uri
 }
-check "a network printer's device" same 'socket://127.0.0.1:9/?snmp=false' "$(advised socket://127.0.0.1:9)"
-check "a device that ends in a slash" same 'socket://127.0.0.1/?snmp=false' "$(advised socket://127.0.0.1/)"
-check "a device with options" same 'socket://127.0.0.1/?waiteof=false&snmp=false' \
-  "$(advised 'socket://127.0.0.1/?waiteof=false')"
-check "a device that has the option" same "$DEVICE" "$(advised "$DEVICE")"
+expect "a network printer's device" "$(advised socket://127.0.0.1:9)" 'socket://127.0.0.1:9/?snmp=false'
+expect "a device that ends in a slash" "$(advised socket://127.0.0.1/)" 'socket://127.0.0.1/?snmp=false'
+expect "a device with options" \
+  "$(advised 'socket://127.0.0.1/?waiteof=false')" 'socket://127.0.0.1/?waiteof=false&snmp=false'
+expect "a device that has the option" "$(advised "$DEVICE")" "$DEVICE"
 attach dry
-check "no advice for a printer that is not asked" unsaid "snmp=false'"
+expect_no_part "no advice for a printer that is not asked" "$(<"$work/messages")" "snmp=false'"
 
 # --- what cannot be attached
 attach nowhere
-check "a queue that is not there: refused" same 1 "$status"
-check "a queue that is not there: said so" said "there is no queue nowhere"
+expect "a queue that is not there: refused" "$status" 1
+expect_said "a queue that is not there: said so" "there is no queue nowhere"
 scheduler_client lpadmin -p raw -E -v "$DEVICE" 2>/dev/null
 attach raw
-check "a queue without a PPD file: refused" same 1 "$status"
-check "a queue without a PPD file: said so" said "raw has no PPD file"
+expect "a queue without a PPD file: refused" "$status" 1
+expect_said "a queue without a PPD file: said so" "raw has no PPD file"
 attach raster/draft
-check "an instance of a queue: refused" said "is an instance"
+expect_said "an instance of a queue: refused" "is an instance"
 attach
-check "no queue: a usage error" same 2 "$status"
+expect "no queue: a usage error" "$status" 2
 attach --frobnicate raster
-check "an unknown option: a usage error" same 2 "$status"
+expect "an unknown option: a usage error" "$status" 2
 attach raster dry
-check "two queues: a usage error" same 2 "$status"
+expect "two queues: a usage error" "$status" 2
 attach --reason-texts
-check "an option without its file: a usage error" same 2 "$status"
+expect "an option without its file: a usage error" "$status" 2
 attach --help
-check "--help: no error" same 0 "$status"
+expect "--help: no error" "$status" 0
 
 # --- failures on the way: nothing changes
 # with_fake PROGRAM SCRIPT ARGUMENT...: attach, with a program that behaves differently.
@@ -270,11 +276,11 @@ with_fake() {
 
 make_queue untouched "$RASTER1"
 refused_for() {
-  check "$1: refused" same 1 "$status"
-  check "$1: said so" said "$2"
-  check "$1: the PPD file is as it was" unchanged untouched
-  check "$1: the queue is as it was" same none "$(scheduler_printer_attribute untouched printer-state-reasons)"
-  check "$1: no command jobs are taken" refuses untouched "$COMMAND_TYPE"
+  expect "$1: refused" "$status" 1
+  expect_said "$1: said so" "$2"
+  expect_that "$1: the PPD file is as it was" unchanged untouched
+  expect "$1: the queue is as it was" "$(scheduler_printer_attribute untouched printer-state-reasons)" none
+  expect_that "$1: no command jobs are taken" refuses untouched "$COMMAND_TYPE"
 }
 with_fake lpadmin 'echo "lpadmin: Forbidden" >&2; exit 1' untouched
 refused_for "a scheduler that takes no order" "lpadmin: Forbidden"
@@ -308,4 +314,4 @@ status=0
 CUPS_SERVER=$scheduler_elsewhere "$root/packaging/velmo-attach-queue" untouched >"$work/messages" 2>&1 || status=$?
 refused_for "a scheduler that is not running" "does not run"
 
-check_end
+expect_end

@@ -12,8 +12,10 @@ root=$(cd "$here/../.." && pwd)
 . "$root/scripts/lib/private-scheduler.sh"
 # shellcheck source=scripts/lib/simulated-printer.sh
 . "$root/scripts/lib/simulated-printer.sh"
-# shellcheck source=tests/packaging/check.sh
-. "$here/check.sh"
+# shellcheck source=tests/harness/expect.sh
+. "$root/tests/harness/expect.sh"
+# shellcheck source=tests/packaging/trust.sh
+. "$here/trust.sh"
 
 NAME=$'Ribbon Type: 13x18(5x7\xe2\x80\xb3)'
 
@@ -27,50 +29,51 @@ echo 'com.velmo-error0001 Text of this test' >"$work/texts"
 scheduler_client env CUPS_SERVERBIN="$scheduler_dir/bin" \
   "$root/packaging/velmo-attach-queue" --reason-texts "$work/texts" photo
 
-# show COMMAND...: what a client shows, for the checks that follow.
+# show COMMAND...: keeps what a client shows, for what is expected next.
 show() { scheduler_client "$@" >"$work/shown" 2>&1; }
-shows() { has_text "$work/shown" "$1"; }
-hides() { lacks_text "$work/shown" "$1"; }
+expect_shown() { expect_part "$1" "$(<"$work/shown")" "$2"; }
+
+# What lpstat shows of the queue, but for the time of day at the end of its first line.
+shown_by_lpstat() { scheduler_client lpstat -l -p photo | sed '1s/ since .*//'; }
 
 printer_tell error 06 02 02
 scheduler_send_command photo ReportLevels
 scheduler_wait_job
 
 # The test that CUPS brings along to see whether a printer's attributes make sense.
-socket=$(printf %s "$scheduler_dir/clients/socket" | sed 's,/,%2F,g')
-check "ipptool finds no fault with the attributes" \
-  show ipptool -tv "ipp://$socket/printers/photo" get-printer-attributes.test
-check "ipptool shows the level" shows 'marker-levels (integer) = 50'
-check "ipptool shows the name" shows "marker-names (nameWithoutLanguage) = $NAME"
-check "ipptool shows the type" shows 'marker-types (keyword) = ink-ribbon'
-check "ipptool shows the error" shows 'printer-state-reasons (keyword) = com.velmo-error0001'
+expect_that "ipptool finds no fault with the attributes" \
+  show ipptool -tv "$(scheduler_uri printers/photo)" get-printer-attributes.test
+expect_shown "ipptool shows the level" 'marker-levels (integer) = 50'
+expect_shown "ipptool shows the name" "marker-names (nameWithoutLanguage) = $NAME"
+expect_shown "ipptool shows the type" 'marker-types (keyword) = ink-ribbon'
+expect_shown "ipptool shows the error" 'printer-state-reasons (keyword) = com.velmo-error0001'
 
-show lpstat -l -p photo
-check "lpstat shows the error" shows 'Alerts: com.velmo-error0001'
-check "lpstat shows no level" hides 50
+lpstat=$(shown_by_lpstat)
+expect_part "lpstat shows the error" "$lpstat" 'Alerts: com.velmo-error0001'
 
 show lpoptions -p photo
-check "lpoptions shows the level" shows ' marker-levels=50 '
-check "lpoptions shows the message" shows " marker-message='Prints Remaining = 350 / 700' "
-check "lpoptions shows the name" shows " marker-names='$NAME' "
-check "lpoptions shows the error" shows ' printer-state-reasons=com.velmo-error0001 '
+expect_shown "lpoptions shows the level" ' marker-levels=50 '
+expect_shown "lpoptions shows the message" " marker-message='Prints Remaining = 350 / 700' "
+expect_shown "lpoptions shows the name" " marker-names='$NAME' "
+expect_shown "lpoptions shows the error" ' printer-state-reasons=com.velmo-error0001 '
 
 # A desktop tool reads the attributes, and sends a command job to have them renewed.
 printer_tell remaining 70
 printf '#CUPS-COMMAND\nReportLevels\n' >"$work/commands"
 show /usr/bin/python3 "$here/desktop_client.py" photo "$work/commands"
-check "python3-cups reads the level before" shows 'levels [50]'
-check "python3-cups reads the name" shows "names ['$NAME']"
-check "python3-cups reads the colour and the type" shows "colors ['#00FF00'] types ['ink-ribbon']"
-check "python3-cups reads the error" shows "reasons ['com.velmo-error0001']"
-check "python3-cups reads the PPD file's text for the error" shows 'text Text of this test'
-check "python3-cups is offered the command" shows "commands ['ReportLevels', 'ReportStatus']"
-check "python3-cups has the level renewed by a command job" shows 'renewed levels [10]'
+expect_shown "python3-cups reads the level before" 'levels [50]'
+expect_shown "python3-cups reads the name" "names ['$NAME']"
+expect_shown "python3-cups reads the colour and the type" "colors ['#00FF00'] types ['ink-ribbon']"
+expect_shown "python3-cups reads the error" "reasons ['com.velmo-error0001']"
+expect_shown "python3-cups reads the PPD file's text for the error" 'text Text of this test'
+expect_shown "python3-cups is offered the command" "commands ['ReportLevels', 'ReportStatus']"
+expect_shown "python3-cups has the level renewed by a command job" 'renewed levels [10]'
+expect "lpstat shows no level: the same at 10 % as at 50 %" "$(shown_by_lpstat)" "$lpstat"
 
 scheduler_install_pages
 scheduler_client cupsctl WebInterface=Yes
 page() { curl --silent --fail --unix-socket "$scheduler_dir/clients/socket" "http://localhost$1" >"$work/shown"; }
-check "the web interface has a page for the queue" wait_until 30 page /printers/photo
-check "the web interface shows the queue's state" shows '(Idle,'
-check "the web interface shows no level" hides 'Ribbon Type'
-check_end
+expect_that "the web interface has a page for the queue" wait_until 30 page /printers/photo
+expect_shown "the web interface shows the queue's state" '(Idle,'
+expect_no_part "the web interface shows no level" "$(<"$work/shown")" 'Ribbon Type'
+expect_end

@@ -5,13 +5,8 @@ set -eu
 
 here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/../.." && pwd)
-# shellcheck source=tests/packaging/check.sh
-. "$here/check.sh"
-
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-trap 'exit 130' INT
-trap 'exit 143' TERM
+# shellcheck source=tests/harness/expect.sh
+. "$root/tests/harness/expect.sh"
 
 page_of() { MANWIDTH=500 man -l "$root/packaging/$1.8" 2>/dev/null | col -b | tr -s ' '; }
 
@@ -20,13 +15,13 @@ faults() { mandoc -T lint "$1" 2>&1 | grep -vE 'outdated mandoc.db|referenced ma
 
 for page in commandtovelmo velmo-attach-queue; do
   file=$root/packaging/$page.8
-  check "$page: mandoc finds no fault" same "" "$(faults "$file")"
-  check "$page: man finds no fault" same "" "$(man -l --warnings "$file" 2>&1 >/dev/null)"
+  expect "$page: mandoc finds no fault" "$(faults "$file")" ""
+  expect "$page: man finds no fault" "$(man -l --warnings "$file" 2>&1 >/dev/null)" ""
 done
 
-check "only manuals that there are, ours and those of cups and diffutils, are referred to" \
-  same 'backend 7,commandtovelmo 8,cups-files.conf 5,cupsd.conf 5,cupstestppd 1,diff 1,filter 7,lpadmin 8,velmo-attach-queue 8' \
-  "$(sed -n 's/^\.Xr \([^ ]* [0-9]\).*/\1/p' "$root"/packaging/*.8 | LC_ALL=C sort -u | paste -sd,)"
+expect "only manuals that there are, ours and those of cups and diffutils, are referred to" \
+  "$(sed -n 's/^\.Xr \([^ ]* [0-9]\).*/\1/p' "$root"/packaging/*.8 | LC_ALL=C sort -u | paste -sd,)" \
+  'backend 7,commandtovelmo 8,cups-files.conf 5,cupsd.conf 5,cupstestppd 1,diff 1,filter 7,lpadmin 8,velmo-attach-queue 8'
 
 # The tables of reasons, as lines such as "06 02 02 com.velmo-error0001".
 reasons_of_source() {
@@ -41,29 +36,29 @@ reasons_of_page() {
       print substr($0, RSTART, RLENGTH), keyword
       $0 = substr($0, RSTART + RLENGTH) } }'
 }
-check "every code is in the table of reasons, and no other" \
-  same "$(reasons_of_source | sort)" "$(reasons_of_page | sort)"
-check "the table has 37 codes" same 37 "$(reasons_of_page | wc -l)"
+expect "every code is in the table of reasons, and no other" \
+  "$(reasons_of_page | sort)" "$(reasons_of_source | sort)"
+expect "the table has 37 codes" "$(reasons_of_page | wc -l)" 37
 
 # What the filter writes, but for what depends on the printer, is named in its page.
-page_of commandtovelmo >"$work/page"
+page=$(page_of commandtovelmo)
 for text in marker-colors marker-levels marker-message marker-names marker-types '#00FF00' ink-ribbon \
   'Prints Remaining = ' 'Ribbon Type: ' '#retry over' 'encountered undefined error number' \
   'nobidirectional I/O available!' 'fwrite() failed.' 'fflush() failed.' \
   'cupsBackChannelRead() failed.' 'CUPS_SC_CMD_DRAIN_OUTPUT=' 'Unable to open command file - ' \
   'job-id user title copies options [file]'; do
-  check "in the source: $text" grep -rqF -- "$text" "$root/driver" "$root/protocol" "$root/report"
-  check "in the page: $text" grep -qF -- "$text" "$work/page"
+  expect_that "in the source: $text" grep -rqF -- "$text" "$root/driver" "$root/protocol" "$root/report"
+  expect_part "in the page: $text" "$page" "$text"
 done
 
 # Every option that velmo-attach-queue takes is in its page and in its help.
 options=$(sed -n 's/^ *\(--[a-z-]*\)).*/\1/p' "$root/packaging/velmo-attach-queue")
-check "the options are found" same 5 "$(echo "$options" | wc -l)"
-page_of velmo-attach-queue >"$work/page"
-"$root/packaging/velmo-attach-queue" --help >"$work/help"
+expect "the options are found" "$(echo "$options" | wc -l)" 5
+page=$(page_of velmo-attach-queue)
+help=$("$root/packaging/velmo-attach-queue" --help)
 for option in $options; do
-  check "in the page: $option" grep -qF -- "$option" "$work/page"
-  check "in the help: $option" grep -qF -- "$option" "$work/help"
+  expect_part "in the page: $option" "$page" "$option"
+  expect_part "in the help: $option" "$help" "$option"
 done
 
-check_end
+expect_end

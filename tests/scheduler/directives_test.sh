@@ -12,12 +12,11 @@ scheduler_add_queue photo "$(printer_uri)"
 # One job per line, in this order: orders to the printer; its directives; the level and the reasons that the queue
 # shows afterwards. A queue of which no levels were reported shows no level.
 while IFS=';' read -r title orders directives level reasons; do
-  echo "$title"
   tell_printer "$orders"
   # shellcheck disable=SC2086 # a list of directives
   run_job $directives
-  expect 'the level' "$(scheduler_printer_attribute photo marker-levels)" "$level"
-  expect 'the reasons' "$(scheduler_printer_attribute photo printer-state-reasons)" "$reasons"
+  expect "$title: the level" "$(scheduler_printer_attribute photo marker-levels)" "$level"
+  expect "$title: the reasons" "$(scheduler_printer_attribute photo printer-state-reasons)" "$reasons"
 done <<'END'
 neither of the two;;Clean ReportNothing;;none
 status only;;ReportStatus;;com.velmo-error0001

@@ -3,6 +3,8 @@
 set -eu
 # shellcheck source-path=SCRIPTDIR/../.. source=scripts/lib/wait-until.sh
 . "$(dirname "$0")/../../scripts/lib/wait-until.sh"
+# shellcheck source-path=SCRIPTDIR/../.. source=tests/harness/expect.sh
+. "$(dirname "$0")/../harness/expect.sh"
 
 TMPDIR=$(mktemp -d)
 export TMPDIR
@@ -19,7 +21,7 @@ scheduler_start "$FILTER"
 scheduler_add_queue photo "$(printer_uri)"
 scheduler_send_command photo ReportStatus
 wait_until 30 printer_said 'heard status query' 0
-echo "$printer_pid" "$scheduler_pid" "$(job_log | sed -n 's/^Started .* (PID \([0-9]*\))$/\1/p' | paste -sd ' ')"
+echo "$printer_pid" "$scheduler_pid" "$(scheduler_job_log | sed -n 's/^Started .* (PID \([0-9]*\))$/\1/p' | paste -sd ' ')"
 kill -TERM $$
 echo 'not interrupted'
 END
@@ -34,11 +36,10 @@ has_ended() {
 status=0
 written=$(interrupt_itself) || status=$?
 read -ra pids <<<"$written"
-failures=0
-[[ $status == 143 ]] || { echo "FAILED: it ended with status $status"; failures=1; }
-[[ ${#pids[@]} == 4 ]] || { echo "FAILED: not the processes of one job: $written"; failures=1; }
+expect 'the exit status' "$status" 143
+expect "the number of processes of one job ($written)" "${#pids[@]}" 4
 for pid in "${pids[@]}"; do
-  wait_until 10 has_ended "$pid" || { echo "FAILED: process $pid is left"; failures=1; }
+  expect_that "process $pid has ended" wait_until 10 has_ended "$pid"
 done
-[[ -z $(ls -A "$TMPDIR") ]] || { echo "FAILED: files are left: $(ls -A "$TMPDIR")"; failures=1; }
-exit "$failures"
+expect 'the files that are left' "$(ls -A "$TMPDIR")" ''
+expect_end

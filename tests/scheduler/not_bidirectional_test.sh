@@ -9,10 +9,11 @@ printer_start "$SIMULATOR" --error '06 02 02'
 scheduler_start "$FILTER"
 scheduler_install backend "$ONEWAY"
 
+# expect_logged TITLE STATUS: what the log holds of a job that cannot ask the printer.
 expect_logged() {
-  expect 'the line about the connection' "$(job_log | grep '^Unable to retrieve')" \
-    "Unable to retrieve supply status from printer - nobidirectional I/O available! $1"
-  expect 'what goes to the printer' "$(job_log | sed -n 's/^oneway prints //p' | paste -sd ' ')" \
+  expect "$1: the line about the connection" "$(scheduler_job_log | grep '^Unable to retrieve')" \
+    "Unable to retrieve supply status from printer - nobidirectional I/O available! $2"
+  expect "$1: what goes to the printer" "$(scheduler_job_log | sed -n 's/^oneway prints //p' | paste -sd ' ')" \
     '1b 45 57 55'
 }
 
@@ -25,11 +26,11 @@ while IFS=';' read -r uri status; do
   scheduler_client lpadmin -p photo -v "$uri"
   run_job ReportLevels
   expect_queue "$uri, levels" -2 ' ' 'Ribbon Type: 00' com.velmo-error0001
-  expect_logged "$status"
+  expect_logged "$uri, levels" "$status"
 
   run_job ReportStatus
   expect_queue "$uri, status" -2 ' ' 'Ribbon Type: 00' com.velmo-error0023
-  expect_logged "$status"
+  expect_logged "$uri, status" "$status"
 done <<'END'
 oneway:/no;CUPS_SC_STATUS_OK(1)
 oneway:/unknown;CUPS_SC_STATUS_NOT_IMPLEMENTED(7)

@@ -13,11 +13,10 @@ scheduler_add_queue photo "$(printer_uri)"
 expect_heard() {
   local title=$1 expected=$2 closed
   shift 2
-  echo "$title"
   closed=$(printer_count 'connection closed')
   run_job "$@"
   wait_until 10 printer_said 'connection closed' "$closed"
-  expect 'what the printer heard' "$(tac "$printer_dir/heard" |
+  expect "$title: what the printer heard" "$(tac "$printer_dir/heard" |
     sed '/^connection opened$/q' | tac)" "$expected"
 }
 

@@ -11,28 +11,18 @@ lib=$(dirname "${BASH_SOURCE[0]}")/../../scripts/lib
 . "$lib/private-scheduler.sh"
 # shellcheck source-path=SCRIPTDIR/../.. source=scripts/lib/simulated-printer.sh
 . "$lib/simulated-printer.sh"
+# shellcheck source-path=SCRIPTDIR/../.. source=tests/harness/expect.sh
+. "$(dirname "${BASH_SOURCE[0]}")/../harness/expect.sh"
 on_exit 'scheduler_stop; printer_stop'
-
-failures=0
-
-# expect WHAT ACTUAL EXPECTED: compares two texts byte by byte.
-expect() {
-  [[ $2 == "$3" ]] && return
-  echo "FAILED: $1"
-  echo "  is        \"$2\""
-  echo "  should be \"$3\""
-  failures=$((failures + 1))
-}
 
 # expect_queue TITLE LEVEL MESSAGE NAME REASONS: compares what the queue "photo" shows.
 expect_queue() {
-  echo "$1"
-  expect 'the level' "$(scheduler_printer_attribute photo marker-levels)" "$2"
-  expect 'the message' "$(scheduler_printer_attribute photo marker-message)" "$3"
-  expect 'the name' "$(scheduler_printer_attribute photo marker-names)" "$4"
-  expect 'the colour' "$(scheduler_printer_attribute photo marker-colors)" '#00FF00'
-  expect 'the type' "$(scheduler_printer_attribute photo marker-types)" ink-ribbon
-  expect 'the reasons' "$(scheduler_printer_attribute photo printer-state-reasons)" "$5"
+  expect "$1: the level" "$(scheduler_printer_attribute photo marker-levels)" "$2"
+  expect "$1: the message" "$(scheduler_printer_attribute photo marker-message)" "$3"
+  expect "$1: the name" "$(scheduler_printer_attribute photo marker-names)" "$4"
+  expect "$1: the colour" "$(scheduler_printer_attribute photo marker-colors)" '#00FF00'
+  expect "$1: the type" "$(scheduler_printer_attribute photo marker-types)" ink-ribbon
+  expect "$1: the reasons" "$(scheduler_printer_attribute photo printer-state-reasons)" "$5"
 }
 
 # tell_printer ORDERS: gives the printer several orders, separated by a comma and a blank.
@@ -49,14 +39,8 @@ run_job() {
   scheduler_wait_job
 }
 
-# job_log: writes what the log holds of the job sent last, without the time stamps.
-job_log() {
-  sed -n "s/^[A-Z] \[[^]]*\] \[Job $scheduler_job\] //p" "$scheduler_log"
-}
-
 # Ends a test: the scheduler must have found nothing wrong with the filter.
 finish() {
-  local complaint='cups-insecure-filter-warning|cups-missing-filter-warning|Filter failed|crashed|stopped with status'
-  expect 'the list of complaints in the log' "$(grep -E "$complaint" "$scheduler_log")" ''
-  exit $((failures > 0))
+  expect 'the complaints in the log' "$(scheduler_complaints)" ''
+  expect_end
 }

@@ -23,39 +23,33 @@ $manner"
 
 # send_job QUEUE: runs a job of `directives` to its end; answer holds what IPP said of it.
 send_job() {
-  local host
-  host=$(sed 's/%/%25/g; s/ /%20/g; s,/,%2F,g' <<<"$scheduler_dir/clients/socket")
   printf '%s\n' '#CUPS-COMMAND' "${directives[@]}" >"$printer_dir/job"
   answer=$(scheduler_client timeout 600 ipptool -tv -f "$printer_dir/job" \
-    "ipp://$host/printers/$1" "${BASH_SOURCE[0]%/*}/job.test" 2>&1) ||
+    "$(scheduler_uri "printers/$1")" "${BASH_SOURCE[0]%/*}/job.test" 2>&1) ||
     scheduler_fail "the queue $1: $(tail -n 5 <<<"$answer")"
 }
 
 # What IPP said last of an attribute. While a job is waited for, its state is said often.
 answered() {
-  sed -n "s/^ *$1 ([^)]*) = //p" <<<"$answer" | tail -n 1
+  scheduler_answered "$1" <<<"$answer" | tail -n 1
 }
 
-# Compares what a queue shows with the oracle; tells a difference, with all that led to it.
+# Compares what a queue shows with the oracle; a difference comes with all that led to it.
 compare() {
-  local is should
+  local is
   is=$(answered job-state)
   for attribute in printer-state-reasons marker-{colors,levels,message,names,types}; do
     is+="|$(answered "$attribute")"
   done
-  should="completed|$shown_reasons|$shown_colors|$shown_levels|$shown_message|$shown_names|$shown_types"
-  [[ $is == "$should" ]] && return
-  echo "FAILED: queue $1, job $(answered job-id | head -n 1), directives ${directives[*]:0:4}"
-  echo "  is        $is"
-  echo "  should be $should"
-  echo "  printer   error $error, total $total, remaining $remaining, ink-sheet $sheet, ${manner//$'\n'/, }"
-  return 1
+  expect "queue $1, job $(answered job-id | head -n 1), directives ${directives[*]:0:4}, printer error \
+$error, total $total, remaining $remaining, ink-sheet $sheet, ${manner//$'\n'/, }" "$is" \
+    "completed|$shown_reasons|$shown_colors|$shown_levels|$shown_message|$shown_names|$shown_types"
 }
 
-# play_queue NUMBER JOBS: plays a queue to its end. Fails when it ever shows something
-# else than it should. The first job done is told by a file, and answered by another.
+# play_queue NUMBER JOBS: plays a queue to its end, or until it shows something else than it
+# should. The first job done is told by a file, and answered by another.
 play_queue() {
-  local queue=soak$1 connection=twoway job failed=0
+  local queue=soak$1 connection=twoway job
   printer_dir='' printer_pid=''
   on_exit printer_stop
   RANDOM=$((seed * 100 + $1))
@@ -77,9 +71,10 @@ play_queue() {
     [[ $connection == oneway ]] || set_printer
     oracle_job "$connection" "${directives[@]}"
     send_job "$queue"
-    compare "$queue" || failed=1
+    compare "$queue"
+    ((failures == 0)) || exit 1
     echo "$job" >"$soak_dir/done.$1"
     ((job > 1)) || wait_until 600 test -e "$soak_dir/go"
   done
-  exit "$failed"
+  exit 0
 }

@@ -16,23 +16,18 @@ here=$(cd "$(dirname "$0")" && pwd)
 . "$here/../../../scripts/lib/simulated-printer.sh"
 # shellcheck source-path=SCRIPTDIR/../../.. source=tests/scheduler/soak/queue.sh
 . "$here/queue.sh"
+# shellcheck source-path=SCRIPTDIR/../../.. source=tests/harness/expect.sh
+. "$here/../../harness/expect.sh"
 
 MEMORY_NOISE=1536  # kB; 948 were seen in 10,000 jobs. Two hundred directives may not cost more than one
 
 seed=${SEED:-$((RANDOM + 1))}
 players=()
-failures=0
 
 stop() {
-  ((${#players[@]} == 0)) || kill "${players[@]}" 2>/dev/null || true
+  end_child "${players[@]}"
   scheduler_stop
-  wait
   rm -rf "$soak_dir"
-}
-
-fail() {
-  echo "FAILED: $*"
-  failures=$((failures + 1))
 }
 
 # Has every run of the filter tell the log its peak memory: GNU time runs it in its place.
@@ -93,32 +88,32 @@ done
 
 # What the scheduler opens once for all is open after a job on every queue.
 wait_until 600 every_queue_is_warm
-wait_until 60 has_no_child || fail "the scheduler still runs programs before the first count"
+expect_that 'the scheduler runs no program before the first count' wait_until 60 has_no_child
 before=$(descriptors)
 touch "$soak_dir/go"
 
 for i in "${!players[@]}"; do
-  wait "${players[i]}" || fail "queue soak$i"
+  status=0
+  wait "${players[i]}" || status=$?
+  expect "the exit status of queue soak$i" "$status" 0
 done
 took=$SECONDS
 players=()
-(($(jobs_done) == jobs)) || fail "only $(jobs_done) of $jobs jobs were played"
+expect 'the number of jobs that were played' "$(jobs_done)" "$jobs"
 
-wait_until 60 has_no_child || fail "the scheduler has $(children) children left"
-wait_until 60 has_no_more_descriptors ||
-  fail "the scheduler has $(descriptors) descriptors open, and had $before"
-complaints=$(grep -E 'cups-.*-warning|Filter failed|crashed|stopped with status' "$scheduler_log") &&
-  fail "the log has complaints: $(head -n 5 <<<"$complaints")"
+expect_that 'the scheduler has no child left' wait_until 60 has_no_child
+expect_that "the scheduler has no more descriptors than the $before before" \
+  wait_until 60 has_no_more_descriptors
+expect 'the complaints in the log' "$(scheduler_complaints)" ''
 
 peaks=$(sed -n 's/.*\] peak memory \([0-9]*\) kB$/\1/p' "$scheduler_log" | sort -n)
 runs=$(wc -l <<<"$peaks")
 lowest=$(head -n 1 <<<"$peaks")
 highest=$(tail -n 1 <<<"$peaks")
-((runs == jobs)) || fail "the filter ran $runs times for $jobs jobs"
-
-((highest - lowest <= MEMORY_NOISE)) || fail "the filter's memory is not flat"
+expect "the number of the filter's runs" "$runs" "$jobs"
+expect_that "the filter's memory is flat" test $((highest - lowest)) -le "$MEMORY_NOISE"
 
 echo "$jobs jobs on $queues queues in $took s"
 echo "the scheduler's descriptors: $before before, $(descriptors) after; its children: $(children)"
 echo "the filter's peak memory: $lowest to $highest kB"
-exit $((failures > 0))
+expect_end
