@@ -1,4 +1,4 @@
-// One connection to the printer: hears commands and sends the answers, in order.
+// One connection to the printer: hears escape commands and sends the answers, in order.
 #include "sim/connection.h"
 
 #include <asio/buffer.hpp>
@@ -42,13 +42,14 @@ void Connection::hear(Heard const& heard)
 {
   if (!socket.is_open()) return;  // closed by a command before this one
   std::string line = std::string("heard ") + name(heard.command);
-  if (heard.command == Command::Unknown) line += " 0x" + to_text(heard.byte);
+  if (heard.command == EscapeCommand::Unknown) line += " 0x" + to_text(heard.byte);
   say(line);
 
-  if (heard.command == Command::WakeUp && printer.close_after_wake_up) return close();
+  if (heard.command == EscapeCommand::WakeUp && printer.close_after_wake_up) return close();
   if (printer.silent) return;
-  if (heard.command == Command::StatusQuery) answer(heard.command, status_reply(printer));
-  if (heard.command == Command::JobStatusQuery) answer(heard.command, job_status_reply(printer));
+  if (heard.command == EscapeCommand::StatusQuery) answer(heard.command, status_reply(printer));
+  if (heard.command == EscapeCommand::JobStatusQuery)
+    answer(heard.command, job_status_reply(printer));
 }
 
 // The peer has said all it had to say. It may still listen: a spooler's backend does, and holds
@@ -60,7 +61,7 @@ void Connection::end_of_input()
   if (answers.empty()) close();
 }
 
-void Connection::answer(Command command, Bytes const& reply)
+void Connection::answer(EscapeCommand command, Bytes const& reply)
 {
   auto const pieces = cut(reply, printer.fragments);
   answers.push_back({command, reply.size(), {pieces.begin(), pieces.end()}});

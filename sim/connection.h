@@ -1,4 +1,4 @@
-// One connection to the printer: hears commands and sends the answers, in order.
+// One connection to the printer: hears escape commands and sends the answers, in order.
 #pragma once
 
 #include <array>
@@ -9,7 +9,7 @@
 #include <deque>
 #include <memory>
 
-#include "sim/command_parser.h"
+#include "sim/escape_commands.h"
 #include "sim/printer_model.h"
 
 namespace sim {
@@ -24,7 +24,7 @@ public:
 
 private:
   struct Answer {
-    Command command;
+    EscapeCommand command;
     std::size_t length;        // of the whole reply
     std::deque<Bytes> pieces;  // not yet sent
   };
@@ -32,7 +32,7 @@ private:
   void read();
   void hear(Heard const& heard);
   void end_of_input();
-  void answer(Command command, Bytes const& reply);
+  void answer(EscapeCommand command, Bytes const& reply);
   void send_next();
   void send_piece();
   void close();
@@ -40,7 +40,7 @@ private:
   asio::ip::tcp::socket socket;
   asio::steady_timer timer;
   PrinterModel& printer;
-  CommandParser parser;
+  EscapeCommandParser parser;
   std::array<std::uint8_t, 4096> received{};
   std::deque<Answer> answers;  // the first is being sent
   bool input_ended = false;

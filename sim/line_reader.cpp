@@ -1,4 +1,4 @@
-// A descriptor read line by line beside the printer's work: the person's commands.
+// A descriptor read line by line beside the printer's work: the person's orders.
 #include "sim/line_reader.h"
 
 #include <fcntl.h>

@@ -12,11 +12,11 @@
 
 #include "sim/line_reader.h"
 #include "sim/message.h"
+#include "sim/orders.h"
 #include "sim/printer_model.h"
 #include "sim/printer_server.h"
 #include "sim/setting_text.h"
 #include "sim/settings.h"
-#include "sim/state_command.h"
 
 namespace {
 
@@ -64,9 +64,9 @@ void play(std::uint16_t port, sim::PrinterModel& printer)
   signals.async_wait([&](asio::error_code, int) { io.stop(); });
 
   sim::PrinterServer const server(io, port, printer);
-  sim::LineReader const commands(io, STDIN_FILENO, [&](std::string_view line) {
-    auto const result = sim::run_state_command(printer, line);
-    using Kind = sim::CommandResult::Kind;
+  sim::LineReader const orders(io, STDIN_FILENO, [&](std::string_view line) {
+    auto const result = sim::run_order(printer, line);
+    using Kind = sim::OrderResult::Kind;
     if (result.kind == Kind::Refused) sim::say(result.text, stderr);
     if (result.kind == Kind::Accepted || result.kind == Kind::Quit) sim::say(result.text);
     if (result.kind == Kind::Quit) io.stop();
@@ -84,10 +84,11 @@ int main(int argc, char** argv)
   sim::PrinterModel printer;
   std::uint16_t port = 0;
   CLI::App app("Simulates the printer on a TCP port of this machine.");
+  app.set_version_flag("--version", "velmo-printer-sim " VELMO_VERSION);
   add_port(app, port);
   for (auto const& setting : sim::settings()) add_setting(app, printer, setting);
   app.footer(
-      "While it runs, the same settings are changed by lines on standard input:\n"
+      "While it runs, the same settings are changed by orders, lines on standard input:\n"
       "`error 06 02 02`, `silent on`, ...; `quit` ends it.");
   try {
     app.parse(argc, argv);

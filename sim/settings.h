@@ -10,7 +10,7 @@
 namespace sim {
 
 struct Setting {
-  char const* name;      // "error": the option --error and the command `error`
+  char const* name;      // "error": the option --error and the order `error`
   char const* argument;  // how its value is written, for help and messages
   char const* help;
   bool (*set)(PrinterModel& printer, std::string_view value);  // false: not such a value

@@ -135,7 +135,7 @@ int SimulatorProcess::exit_status()
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-void SimulatorProcess::command(std::string const& line) const
+void SimulatorProcess::order(std::string const& line) const
 {
   auto const text = line + '\n';
   EXPECT_EQ(write(input, text.data(), text.size()), static_cast<ssize_t>(text.size()));

@@ -9,7 +9,7 @@
 
 class SimulatorProcess {
 public:
-  // Starts it. Its standard input is a pipe for commands, or this file if one is given.
+  // Starts it. Its standard input is a pipe for orders, or this file if one is given.
   explicit SimulatorProcess(std::vector<std::string> const& options,
                             char const* input_file = nullptr);
   // Ends it, if it has not ended yet.
@@ -27,7 +27,7 @@ public:
   std::string rest_of_errors();
   int exit_status();  // -1 if a signal ended it
 
-  void command(std::string const& line) const;
+  void order(std::string const& line) const;
   void end_input();
   void signal(int number) const;
 

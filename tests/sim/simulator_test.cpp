@@ -38,11 +38,11 @@ void expect_lines(SimulatorProcess& simulator, Lines const& lines)
   for (auto const& line : lines) EXPECT_EQ(simulator.next_line(), line);
 }
 
-// Has the simulator execute the command before anything else happens.
-void tell(SimulatorProcess& simulator, std::string const& command)
+// Has the simulator execute the order before anything else happens.
+void tell(SimulatorProcess& simulator, std::string const& order)
 {
-  simulator.command(command);
-  EXPECT_EQ(simulator.next_line(), "now: " + command);
+  simulator.order(order);
+  EXPECT_EQ(simulator.next_line(), "now: " + order);
 }
 
 // A reply that takes at least 20 seconds, so that a test is never too late to disturb it.
@@ -106,7 +106,7 @@ TEST(Simulator, UnknownBytesAreToldAndDoNotEndTheConnection)
                {"connection opened", "heard unknown byte 0x41", "heard unknown byte 0x1b"});
 }
 
-TEST(Simulator, ACommandIsHeardAcrossPackets)
+TEST(Simulator, AnEscapeCommandIsHeardAcrossPackets)
 {
   SimulatorProcess simulator({});
   TcpPeer const peer(simulator.port());
@@ -130,7 +130,7 @@ TEST(Simulator, SendsPendingAnswersAfterAHalfCloseAndThenCloses)
   EXPECT_EQ(peer.receive_all(), expected);
 }
 
-TEST(Simulator, ACommandCutOffByAHalfCloseIsToldAsUnknownBytes)
+TEST(Simulator, AnEscapeCommandCutOffByAHalfCloseIsToldAsUnknownBytes)
 {
   SimulatorProcess simulator({});
   TcpPeer const peer(simulator.port());
@@ -280,7 +280,7 @@ TEST(Simulator, SurvivesAPeerThatVanishesMidReplyAfterAHalfClose)
   expect_good_answer(simulator, port);
 }
 
-TEST(Simulator, IsChangedByCommandsWhileAConnectionIsOpen)
+TEST(Simulator, IsChangedByOrdersWhileAConnectionIsOpen)
 {
   SimulatorProcess simulator({});
   TcpPeer const peer(simulator.port());
@@ -300,14 +300,14 @@ TEST(Simulator, IsChangedByCommandsWhileAConnectionIsOpen)
   EXPECT_EQ(peer.receive(192), expected);
 }
 
-TEST(Simulator, ABadCommandIsOneLineOnStandardErrorAndNotTheEnd)
+TEST(Simulator, ABadOrderIsOneLineOnStandardErrorAndNotTheEnd)
 {
   SimulatorProcess simulator({});
   simulator.port();
-  simulator.command("total many");
+  simulator.order("total many");
   EXPECT_EQ(simulator.next_error_line(), "total: bad value \"many\": expected 0..65535");
   tell(simulator, "total 7");
-  simulator.command("quit");
+  simulator.order("quit");
   EXPECT_EQ(simulator.next_line(), "now: quit");
   EXPECT_EQ(simulator.rest_of_errors(), "");
   EXPECT_EQ(simulator.exit_status(), 0);
@@ -334,10 +334,10 @@ TEST(Simulator, RunsWithTheNullDeviceAsStandardInput)
   EXPECT_EQ(peer.receive(192), good_reply());
 }
 
-TEST(Simulator, TakesCommandsFromAFileWithoutALastNewline)
+TEST(Simulator, TakesOrdersFromAFileWithoutALastNewline)
 {
-  TemporaryFile const commands("error 06 02 02\n\nremaining 0\r\nreply-length 3");
-  SimulatorProcess simulator({}, commands.path.c_str());
+  TemporaryFile const orders("error 06 02 02\n\nremaining 0\r\nreply-length 3");
+  SimulatorProcess simulator({}, orders.path.c_str());
   auto const port = simulator.port();
   expect_lines(simulator, {"now: error 06 02 02", "now: remaining 0", "now: reply-length 3"});
   TcpPeer const peer(port);

@@ -1,5 +1,5 @@
-// The commands of a person at the printer: what each changes, what it answers, what is refused.
-#include "sim/state_command.h"
+// The orders of a person at the printer: what each changes, what it answers, what is refused.
+#include "sim/orders.h"
 
 #include <gtest/gtest.h>
 
@@ -10,9 +10,9 @@
 
 namespace {
 
-using sim::CommandResult;
+using sim::OrderResult;
 using sim::PrinterModel;
-using Kind = sim::CommandResult::Kind;
+using Kind = sim::OrderResult::Kind;
 
 struct Accepted {
   char const* line;
@@ -21,14 +21,14 @@ struct Accepted {
 
 void expect_accepted(PrinterModel& printer, Accepted const& expected)
 {
-  auto const result = run_state_command(printer, expected.line);
+  auto const result = run_order(printer, expected.line);
   EXPECT_EQ(result.kind, Kind::Accepted) << expected.line << ": " << result.text;
   EXPECT_EQ(result.text, expected.acknowledgement);
 }
 
 }  // namespace
 
-TEST(StateCommand, EveryCommandIsAcknowledgedWithTheValueItSet)
+TEST(Orders, EveryOrderIsAcknowledgedWithTheValueItSet)
 {
   PrinterModel printer;
   for (auto const& expected : std::vector<Accepted>{
@@ -52,14 +52,14 @@ TEST(StateCommand, EveryCommandIsAcknowledgedWithTheValueItSet)
   }
 }
 
-TEST(StateCommand, EveryCommandChangesItsFieldOnly)
+TEST(Orders, EveryOrderChangesItsFieldOnly)
 {
   PrinterModel printer;
   for (auto const* const line :
        {"error 01 02 03", "total 4", "remaining 5", "ink-sheet 06", "power 07", "mechanism 08 09",
         "memory 0a", "asleep 11", "reply-length 12", "fragments 13,14", "delay 15", "silent on",
         "close-after-wake-up on", "job-status 10 11 12 13", "job-reply-length 20"}) {
-    EXPECT_EQ(run_state_command(printer, line).kind, Kind::Accepted) << line;
+    EXPECT_EQ(run_order(printer, line).kind, Kind::Accepted) << line;
   }
   EXPECT_EQ(printer.error, (std::array<std::uint8_t, 3>{0x01, 0x02, 0x03}));
   EXPECT_EQ(printer.total, 4);
@@ -78,19 +78,19 @@ TEST(StateCommand, EveryCommandChangesItsFieldOnly)
   EXPECT_EQ(printer.job_reply_length, 20);
 }
 
-TEST(StateCommand, SwitchesAndFragmentsCanBeUndone)
+TEST(Orders, SwitchesAndFragmentsCanBeUndone)
 {
   PrinterModel printer;
   for (auto const* const line : {"silent on", "silent off", "close-after-wake-up on",
                                  "close-after-wake-up off", "fragments 1,2", "fragments whole"}) {
-    EXPECT_EQ(run_state_command(printer, line).text, std::string("now: ") + line);
+    EXPECT_EQ(run_order(printer, line).text, std::string("now: ") + line);
   }
   EXPECT_FALSE(printer.silent);
   EXPECT_FALSE(printer.close_after_wake_up);
   EXPECT_TRUE(printer.fragments.empty());
 }
 
-TEST(StateCommand, BlanksAndUpperCaseDigitsAreAccepted)
+TEST(Orders, BlanksAndUpperCaseDigitsAreAccepted)
 {
   PrinterModel printer;
   expect_accepted(printer, {"  error \t 0A  bC FF \r", "now: error 0a bc ff"});
@@ -98,54 +98,53 @@ TEST(StateCommand, BlanksAndUpperCaseDigitsAreAccepted)
   expect_accepted(printer, {"fragments 1, 2 ,3", "now: fragments 1,2,3"});
 }
 
-TEST(StateCommand, AnEmptyLineIsNothing)
+TEST(Orders, AnEmptyLineIsNothing)
 {
   PrinterModel printer;
   for (auto const* const line : {"", " ", "\t\r"}) {
-    EXPECT_EQ(run_state_command(printer, line), (CommandResult{Kind::Nothing, ""}));
+    EXPECT_EQ(run_order(printer, line), (OrderResult{Kind::Nothing, ""}));
   }
 }
 
-TEST(StateCommand, QuitQuits)
+TEST(Orders, QuitQuits)
 {
   PrinterModel printer;
-  EXPECT_EQ(run_state_command(printer, " quit "), (CommandResult{Kind::Quit, "now: quit"}));
+  EXPECT_EQ(run_order(printer, " quit "), (OrderResult{Kind::Quit, "now: quit"}));
 }
 
-TEST(StateCommand, QuitWithAValueIsRefused)
+TEST(Orders, QuitWithAValueIsRefused)
 {
   PrinterModel printer;
-  EXPECT_EQ(run_state_command(printer, "quit now"),
-            (CommandResult{Kind::Refused, "quit: takes no value, got \"now\""}));
+  EXPECT_EQ(run_order(printer, "quit now"),
+            (OrderResult{Kind::Refused, "quit: takes no value, got \"now\""}));
 }
 
-TEST(StateCommand, AnUnknownCommandIsToldTheKnownOnes)
+TEST(Orders, AnUnknownOrderIsToldTheKnownOnes)
 {
   PrinterModel printer;
   for (std::string const word : {"bogus", "Error", "errors", "error,"}) {
-    EXPECT_EQ(run_state_command(printer, word + " 06 02 02"),
-              (CommandResult{Kind::Refused,
-                             "unknown command \"" + word
-                                 + "\": expected one of error, total, remaining, ink-sheet, power, "
-                                   "mechanism, memory, asleep, reply-length, fragments, delay, "
-                                   "silent, close-after-wake-up, job-status, job-reply-length, "
-                                   "quit"}));
+    EXPECT_EQ(run_order(printer, word + " 06 02 02"),
+              (OrderResult{Kind::Refused,
+                           "unknown order \"" + word
+                               + "\": expected one of error, total, remaining, ink-sheet, power, "
+                                 "mechanism, memory, asleep, reply-length, fragments, delay, "
+                                 "silent, close-after-wake-up, job-status, job-reply-length, "
+                                 "quit"}));
   }
 }
 
-TEST(StateCommand, ARefusedValueIsToldWhatIsExpected)
+TEST(Orders, ARefusedValueIsToldWhatIsExpected)
 {
   PrinterModel printer;
-  EXPECT_EQ(run_state_command(printer, "error 06 02").text,
+  EXPECT_EQ(run_order(printer, "error 06 02").text,
             "error: bad value \"06 02\": expected HH HH HH");
-  EXPECT_EQ(run_state_command(printer, "total many").text,
-            "total: bad value \"many\": expected 0..65535");
-  EXPECT_EQ(run_state_command(printer, "silent").text, "silent: bad value \"\": expected on|off");
-  EXPECT_EQ(run_state_command(printer, "fragments 0").text,
+  EXPECT_EQ(run_order(printer, "total many").text, "total: bad value \"many\": expected 0..65535");
+  EXPECT_EQ(run_order(printer, "silent").text, "silent: bad value \"\": expected on|off");
+  EXPECT_EQ(run_order(printer, "fragments 0").text,
             "fragments: bad value \"0\": expected N,N,...|whole");
 }
 
-TEST(StateCommand, WrongValuesAreRefused)
+TEST(Orders, WrongValuesAreRefused)
 {
   PrinterModel printer;
   for (auto const* const line : {
@@ -188,19 +187,19 @@ TEST(StateCommand, WrongValuesAreRefused)
            "silent ON",
            "silent on off",
        }) {
-    EXPECT_EQ(run_state_command(printer, line).kind, Kind::Refused) << line;
+    EXPECT_EQ(run_order(printer, line).kind, Kind::Refused) << line;
   }
 }
 
-TEST(StateCommand, ARefusedCommandChangesNothing)
+TEST(Orders, ARefusedOrderChangesNothing)
 {
   PrinterModel printer;
   for (auto const* const line : {"error 06 02 02", "total 5", "fragments 1,2", "silent on"}) {
-    EXPECT_EQ(run_state_command(printer, line).kind, Kind::Accepted);
+    EXPECT_EQ(run_order(printer, line).kind, Kind::Accepted);
   }
   for (auto const* const line :
        {"error 07 07", "error 07 07 gg", "total 9x", "total 65536", "fragments 3,x", "silent no"}) {
-    EXPECT_EQ(run_state_command(printer, line).kind, Kind::Refused);
+    EXPECT_EQ(run_order(printer, line).kind, Kind::Refused);
   }
   EXPECT_EQ(printer.error, (std::array<std::uint8_t, 3>{0x06, 0x02, 0x02}));
   EXPECT_EQ(printer.total, 5);

@@ -1,5 +1,5 @@
-// The command parser, fed every command in every way that a network may cut it.
-#include "sim/command_parser.h"
+// The escape commands, each fed in every way that a network may cut it.
+#include "sim/escape_commands.h"
 
 #include <gtest/gtest.h>
 
@@ -10,23 +10,23 @@
 
 namespace {
 
-using sim::Command;
+using sim::EscapeCommand;
 using sim::Heard;
 using Bytes = std::vector<std::uint8_t>;
 using Packets = std::vector<Bytes>;
 
 struct Case {
   Bytes bytes;
-  Command command;
+  EscapeCommand command;
 };
 
 Case const CASES[] = {
-    {{0x1b, 0x45, 0x57, 0x55}, Command::WakeUp},
-    {{0x1b, 0x56, 0x32, 0x31}, Command::StatusQuery},
-    {{0x1b, 0x56, 0x31, 0x30, 0x00, 0x00}, Command::JobStatusQuery},
+    {{0x1b, 0x45, 0x57, 0x55}, EscapeCommand::WakeUp},
+    {{0x1b, 0x56, 0x32, 0x31}, EscapeCommand::StatusQuery},
+    {{0x1b, 0x56, 0x31, 0x30, 0x00, 0x00}, EscapeCommand::JobStatusQuery},
 };
 
-Heard unknown(std::uint8_t byte) { return {Command::Unknown, byte}; }
+Heard unknown(std::uint8_t byte) { return {EscapeCommand::Unknown, byte}; }
 
 std::vector<Heard> unknown(Bytes const& bytes)
 {
@@ -38,7 +38,7 @@ std::vector<Heard> unknown(Bytes const& bytes)
 // All that is heard of one connection.
 std::vector<Heard> hear(Packets const& packets)
 {
-  sim::CommandParser parser;
+  sim::EscapeCommandParser parser;
   std::vector<Heard> all;
   for (auto const& packet : packets) {
     auto const heard = parser.feed(packet);
@@ -76,24 +76,24 @@ void PrintTo(Heard const& heard, std::ostream* out)
 
 }  // namespace sim
 
-TEST(CommandParser, WholeCommandsAreHeard)
+TEST(EscapeCommandParser, WholeCommandsAreHeard)
 {
   for (auto const& [bytes, command] : CASES) {
     EXPECT_EQ(hear({bytes}), std::vector<Heard>{{command}});
   }
 }
 
-TEST(CommandParser, ACommandIsHeardAtItsLastByteAndNotBefore)
+TEST(EscapeCommandParser, ACommandIsHeardAtItsLastByteAndNotBefore)
 {
   for (auto const& [bytes, command] : CASES) {
-    sim::CommandParser parser;
+    sim::EscapeCommandParser parser;
     EXPECT_TRUE(parser.feed(first(bytes, bytes.size() - 1)).empty());
     EXPECT_EQ(parser.feed(after(bytes, bytes.size() - 1)), std::vector<Heard>{{command}});
   }
 }
 
 // Bit i of the mask cuts the bytes after byte i.
-TEST(CommandParser, EverySplitOfEveryCommandIsHeardTheSame)
+TEST(EscapeCommandParser, EverySplitOfEveryCommandIsHeardTheSame)
 {
   for (auto const& [bytes, command] : CASES) {
     for (unsigned mask = 0; mask < 1u << (bytes.size() - 1); ++mask) {
@@ -107,7 +107,7 @@ TEST(CommandParser, EverySplitOfEveryCommandIsHeardTheSame)
   }
 }
 
-TEST(CommandParser, EveryPairOfCommandsInOnePacketIsHeardInOrder)
+TEST(EscapeCommandParser, EveryPairOfCommandsInOnePacketIsHeardInOrder)
 {
   for (auto const& [left, left_command] : CASES) {
     for (auto const& [right, right_command] : CASES) {
@@ -117,7 +117,7 @@ TEST(CommandParser, EveryPairOfCommandsInOnePacketIsHeardInOrder)
   }
 }
 
-TEST(CommandParser, EveryPairOfCommandsIsHeardInEveryTwoPackets)
+TEST(EscapeCommandParser, EveryPairOfCommandsIsHeardInEveryTwoPackets)
 {
   for (auto const& [left, left_command] : CASES) {
     for (auto const& [right, right_command] : CASES) {
@@ -130,7 +130,7 @@ TEST(CommandParser, EveryPairOfCommandsIsHeardInEveryTwoPackets)
   }
 }
 
-TEST(CommandParser, EveryByteThatBeginsNoCommandIsUnknown)
+TEST(EscapeCommandParser, EveryByteThatBeginsNoCommandIsUnknown)
 {
   for (unsigned value = 0; value <= 0xff; ++value) {
     auto const byte = static_cast<std::uint8_t>(value);
@@ -138,16 +138,16 @@ TEST(CommandParser, EveryByteThatBeginsNoCommandIsUnknown)
   }
 }
 
-TEST(CommandParser, BytesBetweenCommandsAreUnknownOneByOne)
+TEST(EscapeCommandParser, BytesBetweenCommandsAreUnknownOneByOne)
 {
-  std::vector<Heard> const expected{unknown(0x00), {Command::WakeUp},      unknown(0x41),
-                                    unknown(0xff), {Command::StatusQuery}, unknown(0x55)};
+  std::vector<Heard> const expected{unknown(0x00), {EscapeCommand::WakeUp},      unknown(0x41),
+                                    unknown(0xff), {EscapeCommand::StatusQuery}, unknown(0x55)};
   EXPECT_EQ(hear({{0x00, 0x1b, 0x45, 0x57, 0x55, 0x41, 0xff, 0x1b, 0x56, 0x32, 0x31, 0x55}}),
             expected);
 }
 
 // A command that is broken off by the start of any command: no byte of the second is lost.
-TEST(CommandParser, ABrokenOffCommandDoesNotHideTheNext)
+TEST(EscapeCommandParser, ABrokenOffCommandDoesNotHideTheNext)
 {
   for (auto const& broken : CASES) {
     for (std::size_t size = 1; size < broken.bytes.size(); ++size) {
@@ -162,25 +162,25 @@ TEST(CommandParser, ABrokenOffCommandDoesNotHideTheNext)
   }
 }
 
-TEST(CommandParser, ARepeatedEscapeCharacterIsUnknownAndTheCommandIsHeard)
+TEST(EscapeCommandParser, ARepeatedEscapeCharacterIsUnknownAndTheCommandIsHeard)
 {
-  std::vector<Heard> const expected{unknown(0x1b), {Command::WakeUp}};
+  std::vector<Heard> const expected{unknown(0x1b), {EscapeCommand::WakeUp}};
   EXPECT_EQ(hear({{0x1b, 0x1b, 0x45, 0x57, 0x55}}), expected);
 }
 
-TEST(CommandParser, TheCommandsAreCaseSensitive)
+TEST(EscapeCommandParser, TheCommandsAreCaseSensitive)
 {
   Bytes const bytes{0x1b, 0x65, 0x77, 0x75};
   EXPECT_EQ(hear({bytes}), unknown(bytes));
 }
 
-TEST(CommandParser, TheJobStatusQueryNeedsBothZeroBytes)
+TEST(EscapeCommandParser, TheJobStatusQueryNeedsBothZeroBytes)
 {
   Bytes const bytes{0x1b, 0x56, 0x31, 0x30, 0x00, 0x01};
   EXPECT_EQ(hear({bytes}), unknown(bytes));
 }
 
-TEST(CommandParser, ACommandCutOffByTheEndIsUnknownBytes)
+TEST(EscapeCommandParser, ACommandCutOffByTheEndIsUnknownBytes)
 {
   for (auto const& [bytes, command] : CASES) {
     for (std::size_t size = 1; size < bytes.size(); ++size) {
@@ -189,12 +189,12 @@ TEST(CommandParser, ACommandCutOffByTheEndIsUnknownBytes)
   }
 }
 
-TEST(CommandParser, TheEndIsToldOnce)
+TEST(EscapeCommandParser, TheEndIsToldOnce)
 {
-  sim::CommandParser parser;
+  sim::EscapeCommandParser parser;
   EXPECT_TRUE(parser.feed(Bytes{0x1b}).empty());
   EXPECT_EQ(parser.finish(), std::vector<Heard>{unknown(0x1b)});
   EXPECT_TRUE(parser.finish().empty());
 }
 
-TEST(CommandParser, NoBytesAreNothing) { EXPECT_TRUE(hear({{}, {}}).empty()); }
+TEST(EscapeCommandParser, NoBytesAreNothing) { EXPECT_TRUE(hear({{}, {}}).empty()); }

@@ -8,15 +8,15 @@
 
 namespace sim {
 
-struct CommandResult {
+struct OrderResult {
   enum class Kind { Nothing, Accepted, Refused, Quit };
   Kind kind;
   std::string text;  // the acknowledgement, or what is wrong with the line; no newline
 
-  bool operator==(CommandResult const&) const = default;
+  bool operator==(OrderResult const&) const = default;
 };
 
 // Executes one line, `error 06 02 02` for example; a refused line changes nothing.
-CommandResult run_state_command(PrinterModel& printer, std::string_view line);
+OrderResult run_order(PrinterModel& printer, std::string_view line);
 
 }  // namespace sim

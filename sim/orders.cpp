@@ -1,5 +1,5 @@
 // The lines with which a person changes the simulated printer while it runs.
-#include "sim/state_command.h"
+#include "sim/orders.h"
 
 #include <algorithm>
 
@@ -10,22 +10,22 @@ namespace sim {
 
 namespace {
 
-using Kind = CommandResult::Kind;
+using Kind = OrderResult::Kind;
 
 constexpr std::string_view QUIT = "quit";
 
 std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
 
-std::string unknown_command(std::string_view word)
+std::string unknown_order(std::string_view word)
 {
-  std::string text = "unknown command " + quoted(word) + ": expected one of ";
+  std::string text = "unknown order " + quoted(word) + ": expected one of ";
   for (auto const& setting : settings()) text += std::string(setting.name) + ", ";
   return text.append(QUIT);
 }
 
 }  // namespace
 
-CommandResult run_state_command(PrinterModel& printer, std::string_view line)
+OrderResult run_order(PrinterModel& printer, std::string_view line)
 {
   auto value = trim(line);
   if (value.empty()) return {Kind::Nothing, ""};
@@ -38,7 +38,7 @@ CommandResult run_state_command(PrinterModel& printer, std::string_view line)
   }
   auto const setting =
       std::ranges::find_if(settings(), [&](Setting const& row) { return word == row.name; });
-  if (setting == settings().end()) return {Kind::Refused, unknown_command(word)};
+  if (setting == settings().end()) return {Kind::Refused, unknown_order(word)};
   if (!setting->set(printer, value)) {
     return {Kind::Refused, std::string(word) + ": " + refusal(*setting, value)};
   }

@@ -1,5 +1,5 @@
 // The escape commands as the printer hears them: a byte stream cut into commands.
-#include "sim/command_parser.h"
+#include "sim/escape_commands.h"
 
 #include <algorithm>
 #include <string_view>
@@ -9,16 +9,16 @@ namespace sim {
 namespace {
 
 struct Row {
-  Command command;
+  EscapeCommand command;
   char const* name;
   std::string_view bytes;
 };
 
 // No command is the start of another, so a whole command is certain at its last byte.
 constexpr Row COMMANDS[] = {
-    {Command::WakeUp, "wake-up", {"\033EWU", 4}},
-    {Command::StatusQuery, "status query", {"\033V21", 4}},
-    {Command::JobStatusQuery, "job status query", {"\033V10\0\0", 6}},
+    {EscapeCommand::WakeUp, "wake-up", {"\033EWU", 4}},
+    {EscapeCommand::StatusQuery, "status query", {"\033V21", 4}},
+    {EscapeCommand::JobStatusQuery, "job status query", {"\033V10\0\0", 6}},
 };
 
 // The first command that starts with these bytes, or null.
@@ -36,13 +36,13 @@ Row const* command_starting_with(std::vector<std::uint8_t> const& bytes)
 
 }  // namespace
 
-char const* name(Command command)
+char const* name(EscapeCommand command)
 {
   auto const* const row = std::ranges::find(COMMANDS, command, &Row::command);
   return row == std::end(COMMANDS) ? "unknown byte" : row->name;
 }
 
-std::vector<Heard> CommandParser::feed(std::span<std::uint8_t const> bytes)
+std::vector<Heard> EscapeCommandParser::feed(std::span<std::uint8_t const> bytes)
 {
   std::vector<Heard> heard;
   for (auto const byte : bytes) {
@@ -52,22 +52,22 @@ std::vector<Heard> CommandParser::feed(std::span<std::uint8_t const> bytes)
   return heard;
 }
 
-std::vector<Heard> CommandParser::finish()
+std::vector<Heard> EscapeCommandParser::finish()
 {
   std::vector<Heard> heard;
-  for (auto const byte : pending) heard.push_back({Command::Unknown, byte});
+  for (auto const byte : pending) heard.push_back({EscapeCommand::Unknown, byte});
   pending.clear();
   return heard;
 }
 
 // Moves out of `pending` what can be no start of a command any more. Only the first byte is
 // given up at a time: the command may begin at any of the bytes after it.
-void CommandParser::settle(std::vector<Heard>& heard)
+void EscapeCommandParser::settle(std::vector<Heard>& heard)
 {
   while (!pending.empty()) {
     auto const* const row = command_starting_with(pending);
     if (row == nullptr) {
-      heard.push_back({Command::Unknown, pending.front()});
+      heard.push_back({EscapeCommand::Unknown, pending.front()});
       pending.erase(pending.begin());
     } else if (row->bytes.size() == pending.size()) {
       heard.push_back({row->command});

@@ -7,20 +7,20 @@
 
 namespace sim {
 
-enum class Command { WakeUp, StatusQuery, JobStatusQuery, Unknown };
+enum class EscapeCommand { WakeUp, StatusQuery, JobStatusQuery, Unknown };
 
 // The command's name in the simulator's messages, "status query" for example.
-char const* name(Command command);
+char const* name(EscapeCommand command);
 
 struct Heard {
-  Command command;
+  EscapeCommand command;
   std::uint8_t byte = 0;  // the byte that begins no command, when command is Unknown
 
   bool operator==(Heard const&) const = default;
 };
 
 // Cuts the stream of one connection into commands, wherever the packets are cut.
-class CommandParser {
+class EscapeCommandParser {
 public:
   // What has become certain with these bytes; the start of a command is kept for the next call.
   std::vector<Heard> feed(std::span<std::uint8_t const> bytes);
