@@ -2,6 +2,8 @@
 # What every command of scripts/ does before it installs or builds anything: it tells what it is
 # for when asked to, and refuses what it does not know.
 #
+# A command that measures takes --write first: then what it measured goes into docs/.
+#
 # Sourced from the root of the tree, as the first thing after `cd`. The comment at the head of the
 # command is its help: the purpose, a line "Usage: scripts/NAME ...", a line "Time: ...".
 
