@@ -5,8 +5,9 @@
 
 #include <string>
 
-#include "tests/oracle/expected_texts.h"
+#include "tests/harness/same_text.h"
 #include "tests/harness/stderr_capture.h"
+#include "tests/oracle/run_text.h"
 
 namespace {
 
@@ -32,25 +33,25 @@ std::string dumped(char const* label, std::string const& bytes)
 
 TEST(DumpMem, FourBytesAreASizeLineAndAByteLine)
 {
-  EXPECT_EQ(dumped("[CMD]", "\033V21"),
-            "DEBUG: [CMD] size=4\n"
-            "DEBUG: [CMD] 0000: 1b 56 32 31\n");
+  EXPECT_TEXT(dumped("[CMD]", "\033V21"),
+              "DEBUG: [CMD] size=4\n"
+              "DEBUG: [CMD] 0000: 1b 56 32 31\n");
 }
 
 TEST(DumpMem, SizeZeroGivesOneEmptyLineHead)
 {
-  EXPECT_EQ(dumped("[STS]", "unread", 0),
-            "DEBUG: [STS] size=0\n"
-            "DEBUG: [STS] 0000:\n");
+  EXPECT_TEXT(dumped("[STS]", "unread", 0),
+              "DEBUG: [STS] size=0\n"
+              "DEBUG: [STS] 0000:\n");
 }
 
 TEST(DumpMem, NegativeSizeGivesTheSizeLineAlone)
 {
-  EXPECT_EQ(dumped("[STS]", "unread", -1), "DEBUG: [STS] size=-1\n");
-  EXPECT_EQ(dumped("[STS]", "unread", -2), "DEBUG: [STS] size=-2\n");
-  EXPECT_EQ(dumped("[STS]", "unread", -3), "DEBUG: [STS] size=-3\n");
-  EXPECT_EQ(dumped("[STS]", "unread", -16), "DEBUG: [STS] size=-16\n");
-  EXPECT_EQ(dumped("[STS]", "unread", INT32_MIN), "DEBUG: [STS] size=-2147483648\n");
+  EXPECT_TEXT(dumped("[STS]", "unread", -1), "DEBUG: [STS] size=-1\n");
+  EXPECT_TEXT(dumped("[STS]", "unread", -2), "DEBUG: [STS] size=-2\n");
+  EXPECT_TEXT(dumped("[STS]", "unread", -3), "DEBUG: [STS] size=-3\n");
+  EXPECT_TEXT(dumped("[STS]", "unread", -16), "DEBUG: [STS] size=-16\n");
+  EXPECT_TEXT(dumped("[STS]", "unread", INT32_MIN), "DEBUG: [STS] size=-2147483648\n");
 }
 
 TEST(DumpMem, NoDataIsReadForANegativeOrZeroSize)
@@ -58,46 +59,46 @@ TEST(DumpMem, NoDataIsReadForANegativeOrZeroSize)
   StderrCapture capture;
   dump_mem("[STS]", nullptr, -1);
   dump_mem("[STS]", nullptr, 0);
-  EXPECT_EQ(capture.take(), "DEBUG: [STS] size=-1\nDEBUG: [STS] size=0\nDEBUG: [STS] 0000:\n");
+  EXPECT_TEXT(capture.take(), "DEBUG: [STS] size=-1\nDEBUG: [STS] size=0\nDEBUG: [STS] 0000:\n");
 }
 
 TEST(DumpMem, SixteenBytesMakeOneLineAndNoEmptyOne)
 {
-  EXPECT_EQ(dumped("[STS]", "0123456789abcdef"),
-            "DEBUG: [STS] size=16\n"
-            "DEBUG: [STS] 0000: 30 31 32 33 34 35 36 37 38 39 61 62 63 64 65 66\n");
+  EXPECT_TEXT(dumped("[STS]", "0123456789abcdef"),
+              "DEBUG: [STS] size=16\n"
+              "DEBUG: [STS] 0000: 30 31 32 33 34 35 36 37 38 39 61 62 63 64 65 66\n");
 }
 
 TEST(DumpMem, TheSeventeenthByteStartsTheSecondLine)
 {
-  EXPECT_EQ(dumped("[STS]", "0123456789abcdefg"),
-            "DEBUG: [STS] size=17\n"
-            "DEBUG: [STS] 0000: 30 31 32 33 34 35 36 37 38 39 61 62 63 64 65 66\n"
-            "DEBUG: [STS] 0010: 67\n");
+  EXPECT_TEXT(dumped("[STS]", "0123456789abcdefg"),
+              "DEBUG: [STS] size=17\n"
+              "DEBUG: [STS] 0000: 30 31 32 33 34 35 36 37 38 39 61 62 63 64 65 66\n"
+              "DEBUG: [STS] 0010: 67\n");
 }
 
 TEST(DumpMem, HighBytesAreNotSignExtended)
 {
-  EXPECT_EQ(dumped("x", "\x7f\x80\xfe\xff"), "DEBUG: x size=4\nDEBUG: x 0000: 7f 80 fe ff\n");
+  EXPECT_TEXT(dumped("x", "\x7f\x80\xfe\xff"), "DEBUG: x size=4\nDEBUG: x 0000: 7f 80 fe ff\n");
 }
 
 TEST(DumpMem, LabelIsWrittenAsItStands)
 {
-  EXPECT_EQ(dumped("100%s %d\t", "A"), "DEBUG: 100%s %d\t size=1\nDEBUG: 100%s %d\t 0000: 41\n");
-  EXPECT_EQ(dumped("", "A"), "DEBUG:  size=1\nDEBUG:  0000: 41\n");
+  EXPECT_TEXT(dumped("100%s %d\t", "A"), "DEBUG: 100%s %d\t size=1\nDEBUG: 100%s %d\t 0000: 41\n");
+  EXPECT_TEXT(dumped("", "A"), "DEBUG:  size=1\nDEBUG:  0000: 41\n");
 }
 
 TEST(DumpMem, EverySizeUpToTheLargestReplyFollowsTheRule)
 {
   for (std::size_t size = 0; size <= 512; size++) {
-    ASSERT_EQ(dumped("[STS]", sample(size)), expected_dump("[STS]", sample(size))) << size;
+    ASSERT_TEXT(dumped("[STS]", sample(size)), dump_text("[STS]", sample(size))) << size;
   }
 }
 
 TEST(DumpMem, OffsetsGrowBeyondFourDigits)
 {
   std::string const text = dumped("[STS]", sample(65537));
-  EXPECT_EQ(text, expected_dump("[STS]", sample(65537)));
+  EXPECT_EQ(text, dump_text("[STS]", sample(65537)));
   EXPECT_EQ(text.substr(text.rfind("DEBUG")), "DEBUG: [STS] 10000: f8\n");
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/harness/same_text.h"
 #include "tests/harness/stderr_capture.h"
 
 namespace {
@@ -107,132 +108,132 @@ cups_page_header_t counting_header(unsigned first)
 
 TEST(RasterHeaderDump, EveryLineShowsItsOwnField)
 {
-  EXPECT_EQ(dumped(counting_header(101)),
-            listing({"class",
-                     "color",
-                     "type",
-                     "output",
-                     "101",                 // AdvanceDistance
-                     "cups_adv_e(102)",     // AdvanceMedia
-                     "cups_bool_e(103)",    // Collate
-                     "cups_cut_e(104)",     // CutMedia
-                     "cups_bool_e(105)",    // Duplex
-                     "(106,107)",           // HWResolution
-                     "(108,109)",           // ImagingBoundingBox, its 110 and 111 not listed
-                     "cups_bool_e(112)",    // InsertSheet
-                     "cups_jog_e(113)",     // Jog
-                     "cups_edge_e(114)",    // LeadingEdge
-                     "(115,116)",           // Margins
-                     "cups_bool_e(117)",    // ManualFeed
-                     "118",                 // MediaPosition
-                     "119",                 // MediaWeight
-                     "cups_bool_e(120)",    // MirrorPrint
-                     "cups_bool_e(121)",    // NegativePrint
-                     "122",                 // NumCopies
-                     "cups_orient_e(123)",  // Orientation
-                     "cups_bool_e(124)",    // OutputFaceUp
-                     "(125,126)",           // PageSize
-                     "cups_bool_e(127)",    // Separations
-                     "cups_bool_e(128)",    // TraySwitch
-                     "cups_bool_e(129)",    // Tumble
-                     "130",                 // cupsWidth
-                     "131",                 // cupsHeight
-                     "132",                 // cupsMediaType
-                     "133",                 // cupsBitsPerColor
-                     "134",                 // cupsBitsPerPixel
-                     "135",                 // cupsBytesPerLine
-                     "cups_order_e(136)",   // cupsColorOrder
-                     "cups_cspace_e(137)",  // cupsColorSpace
-                     "138",                 // cupsCompression
-                     "139",                 // cupsRowCount
-                     "140",                 // cupsRowFeed
-                     "141"}));              // cupsRowStep
+  EXPECT_TEXT(dumped(counting_header(101)),
+              listing({"class",
+                       "color",
+                       "type",
+                       "output",
+                       "101",                 // AdvanceDistance
+                       "cups_adv_e(102)",     // AdvanceMedia
+                       "cups_bool_e(103)",    // Collate
+                       "cups_cut_e(104)",     // CutMedia
+                       "cups_bool_e(105)",    // Duplex
+                       "(106,107)",           // HWResolution
+                       "(108,109)",           // ImagingBoundingBox, its 110 and 111 not listed
+                       "cups_bool_e(112)",    // InsertSheet
+                       "cups_jog_e(113)",     // Jog
+                       "cups_edge_e(114)",    // LeadingEdge
+                       "(115,116)",           // Margins
+                       "cups_bool_e(117)",    // ManualFeed
+                       "118",                 // MediaPosition
+                       "119",                 // MediaWeight
+                       "cups_bool_e(120)",    // MirrorPrint
+                       "cups_bool_e(121)",    // NegativePrint
+                       "122",                 // NumCopies
+                       "cups_orient_e(123)",  // Orientation
+                       "cups_bool_e(124)",    // OutputFaceUp
+                       "(125,126)",           // PageSize
+                       "cups_bool_e(127)",    // Separations
+                       "cups_bool_e(128)",    // TraySwitch
+                       "cups_bool_e(129)",    // Tumble
+                       "130",                 // cupsWidth
+                       "131",                 // cupsHeight
+                       "132",                 // cupsMediaType
+                       "133",                 // cupsBitsPerColor
+                       "134",                 // cupsBitsPerPixel
+                       "135",                 // cupsBytesPerLine
+                       "cups_order_e(136)",   // cupsColorOrder
+                       "cups_cspace_e(137)",  // cupsColorSpace
+                       "138",                 // cupsCompression
+                       "139",                 // cupsRowCount
+                       "140",                 // cupsRowFeed
+                       "141"}));              // cupsRowStep
 }
 
 TEST(RasterHeaderDump, NumbersFromTwoToThe31AreWrittenNegative)
 {
-  EXPECT_EQ(dumped(counting_header(2147483648u)), listing({"class",
-                                                           "color",
-                                                           "type",
-                                                           "output",
-                                                           "-2147483648",
-                                                           "cups_adv_e(-2147483647)",
-                                                           "cups_bool_e(-2147483646)",
-                                                           "cups_cut_e(-2147483645)",
-                                                           "cups_bool_e(-2147483644)",
-                                                           "(-2147483643,-2147483642)",
-                                                           "(-2147483641,-2147483640)",
-                                                           "cups_bool_e(-2147483637)",
-                                                           "cups_jog_e(-2147483636)",
-                                                           "cups_edge_e(-2147483635)",
-                                                           "(-2147483634,-2147483633)",
-                                                           "cups_bool_e(-2147483632)",
-                                                           "-2147483631",
-                                                           "-2147483630",
-                                                           "cups_bool_e(-2147483629)",
-                                                           "cups_bool_e(-2147483628)",
-                                                           "-2147483627",
-                                                           "cups_orient_e(-2147483626)",
-                                                           "cups_bool_e(-2147483625)",
-                                                           "(-2147483624,-2147483623)",
-                                                           "cups_bool_e(-2147483622)",
-                                                           "cups_bool_e(-2147483621)",
-                                                           "cups_bool_e(-2147483620)",
-                                                           "-2147483619",
-                                                           "-2147483618",
-                                                           "-2147483617",
-                                                           "-2147483616",
-                                                           "-2147483615",
-                                                           "-2147483614",
-                                                           "cups_order_e(-2147483613)",
-                                                           "cups_cspace_e(-2147483612)",
-                                                           "-2147483611",
-                                                           "-2147483610",
-                                                           "-2147483609",
-                                                           "-2147483608"}));
+  EXPECT_TEXT(dumped(counting_header(2147483648u)), listing({"class",
+                                                             "color",
+                                                             "type",
+                                                             "output",
+                                                             "-2147483648",
+                                                             "cups_adv_e(-2147483647)",
+                                                             "cups_bool_e(-2147483646)",
+                                                             "cups_cut_e(-2147483645)",
+                                                             "cups_bool_e(-2147483644)",
+                                                             "(-2147483643,-2147483642)",
+                                                             "(-2147483641,-2147483640)",
+                                                             "cups_bool_e(-2147483637)",
+                                                             "cups_jog_e(-2147483636)",
+                                                             "cups_edge_e(-2147483635)",
+                                                             "(-2147483634,-2147483633)",
+                                                             "cups_bool_e(-2147483632)",
+                                                             "-2147483631",
+                                                             "-2147483630",
+                                                             "cups_bool_e(-2147483629)",
+                                                             "cups_bool_e(-2147483628)",
+                                                             "-2147483627",
+                                                             "cups_orient_e(-2147483626)",
+                                                             "cups_bool_e(-2147483625)",
+                                                             "(-2147483624,-2147483623)",
+                                                             "cups_bool_e(-2147483622)",
+                                                             "cups_bool_e(-2147483621)",
+                                                             "cups_bool_e(-2147483620)",
+                                                             "-2147483619",
+                                                             "-2147483618",
+                                                             "-2147483617",
+                                                             "-2147483616",
+                                                             "-2147483615",
+                                                             "-2147483614",
+                                                             "cups_order_e(-2147483613)",
+                                                             "cups_cspace_e(-2147483612)",
+                                                             "-2147483611",
+                                                             "-2147483610",
+                                                             "-2147483609",
+                                                             "-2147483608"}));
 }
 
 TEST(RasterHeaderDump, AZeroHeaderShowsTheFirstNames)
 {
-  EXPECT_EQ(dumped(cups_page_header_t{}), listing({"",
-                                                   "",
-                                                   "",
-                                                   "",
-                                                   "0",
-                                                   "CUPS_ADVANCE_NONE",
-                                                   "CUPS_FALSE",
-                                                   "CUPS_CUT_NONE",
-                                                   "CUPS_FALSE",
-                                                   "(0,0)",
-                                                   "(0,0)",
-                                                   "CUPS_FALSE",
-                                                   "CUPS_JOG_NONE",
-                                                   "CUPS_EDGE_TOP",
-                                                   "(0,0)",
-                                                   "CUPS_FALSE",
-                                                   "0",
-                                                   "0",
-                                                   "CUPS_FALSE",
-                                                   "CUPS_FALSE",
-                                                   "0",
-                                                   "CUPS_ORIENT_0",
-                                                   "CUPS_FALSE",
-                                                   "(0,0)",
-                                                   "CUPS_FALSE",
-                                                   "CUPS_FALSE",
-                                                   "CUPS_FALSE",
-                                                   "0",
-                                                   "0",
-                                                   "0",
-                                                   "0",
-                                                   "0",
-                                                   "0",
-                                                   "CUPS_ORDER_CHUNKED",
-                                                   "CUPS_CSPACE_W",
-                                                   "0",
-                                                   "0",
-                                                   "0",
-                                                   "0"}));
+  EXPECT_TEXT(dumped(cups_page_header_t{}), listing({"",
+                                                     "",
+                                                     "",
+                                                     "",
+                                                     "0",
+                                                     "CUPS_ADVANCE_NONE",
+                                                     "CUPS_FALSE",
+                                                     "CUPS_CUT_NONE",
+                                                     "CUPS_FALSE",
+                                                     "(0,0)",
+                                                     "(0,0)",
+                                                     "CUPS_FALSE",
+                                                     "CUPS_JOG_NONE",
+                                                     "CUPS_EDGE_TOP",
+                                                     "(0,0)",
+                                                     "CUPS_FALSE",
+                                                     "0",
+                                                     "0",
+                                                     "CUPS_FALSE",
+                                                     "CUPS_FALSE",
+                                                     "0",
+                                                     "CUPS_ORIENT_0",
+                                                     "CUPS_FALSE",
+                                                     "(0,0)",
+                                                     "CUPS_FALSE",
+                                                     "CUPS_FALSE",
+                                                     "CUPS_FALSE",
+                                                     "0",
+                                                     "0",
+                                                     "0",
+                                                     "0",
+                                                     "0",
+                                                     "0",
+                                                     "CUPS_ORDER_CHUNKED",
+                                                     "CUPS_CSPACE_W",
+                                                     "0",
+                                                     "0",
+                                                     "0",
+                                                     "0"}));
 }
 
 TEST(RasterHeaderDump, LinesAreExactlyTheseBytes)

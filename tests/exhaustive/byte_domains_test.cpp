@@ -5,7 +5,7 @@
 
 #include "protocol/job_status.h"
 #include "protocol/printer_levels.h"
-#include "tests/oracle/level_rules.h"
+#include "tests/oracle/levels.h"
 
 namespace {
 

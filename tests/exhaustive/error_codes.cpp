@@ -6,7 +6,7 @@
 
 #include "report/printer_state_report.h"
 #include "tests/exhaustive/comparison.h"
-#include "tests/oracle/reason_rules.h"
+#include "tests/oracle/reasons.h"
 
 namespace {
 
@@ -31,7 +31,7 @@ void check_neighbours(unsigned code)
 
 void check_sample()
 {
-  for (KnownCode const& known : KNOWN_CODES) check_neighbours(known.code);
+  for (KnownCode const& known : known_codes()) check_neighbours(known.code);
   for (unsigned code = 0; code < 1U << 24; code += 251) check(code);
 }
 

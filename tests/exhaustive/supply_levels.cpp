@@ -12,7 +12,7 @@
 
 #include "report/printer_levels_report.h"
 #include "tests/exhaustive/comparison.h"
-#include "tests/oracle/level_rules.h"
+#include "tests/oracle/levels.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include "tests/faults/faulted_run.h"
 #include "tests/faults/played_printer.h"
-#include "tests/oracle/expected_text.h"
+#include "tests/oracle/run_text.h"
 
 namespace {
 
@@ -91,10 +91,8 @@ private:
   void tell_levels(bool bidirectional)
   {
     std::string const reasons = bidirectional ? query_reasons() : "";
-    log(bidirectional && available_
-            ? levels_report_text(StatusReply{}.levels_text(), "40", "Prints Remaining = 120 / 300",
-                                 "Ribbon Type: 13x18(5x7″)")
-            : unavailable_levels_text());
+    log(bidirectional && available_ ? level_report_text(StatusReply{}.ribbon(), 40)
+                                    : unavailable_levels_text());
     log(reasons);
   }
 
@@ -125,12 +123,11 @@ private:
     bool const awake = number != 0;
     if (!awake) ++asleep;
     attempts +=
-        attempt_text(query_text(reply.bytes(), query.failed_drain),
-                     reply.info_text(number == 2 ? "0x01,0x02,0x03" : "GOOD"),
+        attempt_text(query_text(reply.bytes(), query.failed_drain), reply.info_text(),
                      (awake ? "fulfilled(" : "retrying(") + std::to_string(asleep) + "/60)");
     if (!awake) return "";
     if (number != 2) return reasons_text();
-    return "DEBUG: encountered undefined error number (0x01,0x02,0x03)\n" + reasons_text("0023");
+    return "DEBUG: encountered undefined error number (0x01,0x02,0x03)\n" + reasons_text(23);
   }
 
   Fault fault_;

@@ -3,8 +3,8 @@
 
 #include <optional>
 
-#include "tests/oracle/level_rules.h"
-#include "tests/oracle/reason_rules.h"
+#include "tests/oracle/levels.h"
+#include "tests/oracle/reasons.h"
 #include "tests/fuzz/exchange_rules.h"
 #include "tests/fuzz/require.h"
 #include "tests/fuzz/status_rules.h"
@@ -41,7 +41,7 @@ std::string state_report(Reply const& reply)
   if (reply)
     append_state_report(text, read_status(*reply));
   else
-    append_unavailable_reason_report(text);
+    append_state_lines(text, UNKNOWN_REASON);
   return text;
 }
 

@@ -1,7 +1,7 @@
 // The layout of the status reply and the rules of the texts that come of it.
 #include "tests/fuzz/status_rules.h"
 
-#include "tests/oracle/reason_rules.h"
+#include "tests/oracle/reasons.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "tests/oracle/level_rules.h"
+#include "tests/oracle/levels.h"
 
 struct Status {
   unsigned memory;

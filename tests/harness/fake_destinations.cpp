@@ -1,16 +1,14 @@
-// The replaced calls of the destination list; the linker sends them here with --wrap.
+// The calls of the destination list, noted on their way.
 #include "tests/harness/fake_destinations.h"
 
-#include <cups/cups.h>
-
-#include <cstring>
 #include <utility>
 
 #include "tests/harness/fake_world.h"
+#include "tests/harness/replaced_calls.h"
 
 namespace {
 
-FakeDestinations* fake = nullptr;
+FakeDestinations const* fake = nullptr;
 int handed_count = 0;
 cups_dest_t* handed_list = nullptr;
 
@@ -36,35 +34,15 @@ char const* options_name(int count, cups_option_t const* options)
 
 void note(std::string const& call) { FakeWorld::current()->note(call); }
 
-}  // namespace
-
-FakeDestinations::FakeDestinations(std::vector<Destination> list) : destinations(std::move(list))
+int play_get_dests(cups_dest_t** list)
 {
-  fake = this;
-}
-
-FakeDestinations::~FakeDestinations() { fake = nullptr; }
-
-// The names that --wrap asks for are reserved ones; there is no other way to spell them.
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
-extern "C" {
-
-int __real_cupsGetDests(cups_dest_t** list);
-cups_dest_t* __real_cupsGetDest(char const* name, char const* instance, int count,
-                                cups_dest_t* list);
-char const* __real_cupsGetOption(char const* name, int count, cups_option_t* options);
-void __real_cupsFreeDests(int count, cups_dest_t* list);
-char* __real_strdup(char const* text);
-
-int __wrap_cupsGetDests(cups_dest_t** list)
-{
-  if (!fake) return __real_cupsGetDests(list);
   note("cupsGetDests()");
   handed_count = 0;
   handed_list = nullptr;
   for (auto const& wanted : fake->destinations) {
     handed_count = cupsAddDest(wanted.name.c_str(), nullptr, handed_count, &handed_list);
-    cups_dest_t* made = __real_cupsGetDest(wanted.name.c_str(), nullptr, handed_count, handed_list);
+    cups_dest_t* made =
+        REAL_CALLS.get_dest(wanted.name.c_str(), nullptr, handed_count, handed_list);
     made->is_default = wanted.is_default;
     for (auto const& [name, value] : wanted.options) {
       made->num_options =
@@ -75,33 +53,38 @@ int __wrap_cupsGetDests(cups_dest_t** list)
   return handed_count;
 }
 
-cups_dest_t* __wrap_cupsGetDest(char const* name, char const* instance, int count,
-                                cups_dest_t* list)
+cups_dest_t* play_get_dest(char const* name, char const* instance, int count, cups_dest_t* list)
 {
-  if (!fake) return __real_cupsGetDest(name, instance, count, list);
   note(std::string("cupsGetDest(") + or_null(name) + ", " + or_null(instance) + ", "
        + list_name(count, list) + ")");
-  return __real_cupsGetDest(name, instance, count, list);
+  return REAL_CALLS.get_dest(name, instance, count, list);
 }
 
-char const* __wrap_cupsGetOption(char const* name, int count, cups_option_t* options)
+char const* play_get_option(char const* name, int count, cups_option_t* options)
 {
-  if (!fake) return __real_cupsGetOption(name, count, options);
   note(std::string("cupsGetOption(") + name + ", " + options_name(count, options) + ")");
-  return __real_cupsGetOption(name, count, options);
+  return REAL_CALLS.get_option(name, count, options);
 }
 
-void __wrap_cupsFreeDests(int count, cups_dest_t* list)
+void play_free_dests(int count, cups_dest_t* list)
 {
-  if (!fake) return __real_cupsFreeDests(count, list);
   note(std::string("cupsFreeDests(") + list_name(count, list) + ")");
-  __real_cupsFreeDests(count, list);
+  REAL_CALLS.free_dests(count, list);
 }
 
-char* __wrap_strdup(char const* text)
+char* play_strdup(char const* text)
 {
-  return fake && fake->strdup_fails ? nullptr : __real_strdup(text);
+  return fake->strdup_fails ? nullptr : REAL_CALLS.strdup(text);
 }
 
-}  // extern "C"
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+}  // namespace
+
+FakeDestinations::FakeDestinations(std::vector<Destination> list) : destinations(std::move(list))
+{
+  fake = this;
+  replaced_calls.get_dests = play_get_dests;
+  replaced_calls.get_dest = play_get_dest;
+  replaced_calls.get_option = play_get_option;
+  replaced_calls.free_dests = play_free_dests;
+  replaced_calls.strdup = play_strdup;
+}

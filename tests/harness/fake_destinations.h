@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "tests/harness/replaced_calls.h"
+
 // While a FakeDestinations lives, cupsGetDests hands out copies of this list. The calls
 // that pick, read and free are the library's own; they are noted in the current FakeWorld.
 class FakeDestinations {
@@ -16,10 +18,13 @@ public:
   };
 
   explicit FakeDestinations(std::vector<Destination> list);
-  ~FakeDestinations();
+  ~FakeDestinations() = default;
   FakeDestinations(FakeDestinations const&) = delete;
   FakeDestinations& operator=(FakeDestinations const&) = delete;
 
   std::vector<Destination> destinations;
   bool strdup_fails = false;
+
+private:
+  ReplacementScope scope;
 };

@@ -7,13 +7,12 @@
 #include <cstddef>
 #include <deque>
 #include <string>
-#include <string_view>
 
+#include "tests/harness/replaced_calls.h"
 #include "tests/harness/stderr_capture.h"
 
-// While a FakeWorld lives, the linked-in calls fwrite and fflush on standard output,
-// cupsSideChannelDoRequest, cupsBackChannelRead, sleep and usleep come here. Without one,
-// and for every other stream, they do what they always do.
+// While a FakeWorld lives, the calls fwrite and fflush on standard output,
+// cupsSideChannelDoRequest, cupsBackChannelRead, sleep and usleep come here.
 class FakeWorld {
 public:
   // One result of cupsBackChannelRead: these bytes, or, without any, this number. What
@@ -47,9 +46,7 @@ public:
   static FakeWorld* current();
 
 private:
+  ReplacementScope scope;
   StderrCapture messages;
   std::string events;
 };
-
-// Bytes as the transcript writes them: "1b 45 57 55".
-std::string hex(std::string_view bytes);

@@ -1,9 +1,10 @@
 // How the lines of a command file become directives.
 #include <gtest/gtest.h>
 
-#include "tests/oracle/expected_text.h"
 #include "tests/harness/run_filter.h"
+#include "tests/harness/same_text.h"
 #include "tests/harness/temporary_file.h"
+#include "tests/oracle/run_text.h"
 
 namespace {
 
@@ -17,8 +18,8 @@ Job job_with_file(std::string const& path)
 // The run of a job whose directives make no query.
 void expect_only_directives(Transcript const& run, std::string const& directives)
 {
-  EXPECT_EQ(run.messages, wake_up_text() + directives);
-  EXPECT_EQ(run.events, probe_events() + wake_up_events() + exit_event(0));
+  EXPECT_TEXT(run.messages, wake_up_text() + directives);
+  EXPECT_TEXT(run.events, probe_events() + wake_up_events() + exit_event(0));
 }
 
 TEST(CommandFile, EmptyOneStillProbesAndWakes)
@@ -43,8 +44,8 @@ TEST(CommandFile, FileAndStandardInputAreReadAlike)
   std::string const messages =
       wake_up_text() + directive_text("ReportStatus", 2) + awake_text(reply) + reasons_text();
 
-  EXPECT_EQ(run_commands(commands, script).messages, messages);
-  EXPECT_EQ(run_filter(job_with_file(file.path()), script).messages, messages);
+  EXPECT_TEXT(run_commands(commands, script).messages, messages);
+  EXPECT_TEXT(run_filter(job_with_file(file.path()), script).messages, messages);
 }
 
 TEST(CommandFile, CommentsAndBlankLinesAreOnlyCounted)
@@ -62,8 +63,8 @@ TEST(CommandFile, ValueIsNeitherPrintedNorHeeded)
 TEST(CommandFile, DirectiveWithAValueIsExecuted)
 {
   Transcript const run = run_commands("ReportStatus now # at once\n");
-  EXPECT_EQ(run.messages, wake_up_text() + directive_text("ReportStatus", 1) + no_reply_text("-1")
-                              + unavailable_reasons_text());
+  EXPECT_TEXT(run.messages, wake_up_text() + directive_text("ReportStatus", 1) + no_reply_text(-1)
+                                + unavailable_reasons_text());
 }
 
 TEST(CommandFile, LastLineNeedsNoNewline)
@@ -82,9 +83,9 @@ TEST(CommandFile, StatusDirectiveIsMatchedIgnoringCase)
 {
   for (std::string const name : {"reportstatus", "REPORTSTATUS", "rEPORTsTATUS"}) {
     SCOPED_TRACE(name);
-    EXPECT_EQ(run_commands(name + "\n").messages, wake_up_text() + directive_text(name, 1)
-                                                      + no_reply_text("-1")
-                                                      + unavailable_reasons_text());
+    EXPECT_TEXT(
+        run_commands(name + "\n").messages,
+        wake_up_text() + directive_text(name, 1) + no_reply_text(-1) + unavailable_reasons_text());
   }
 }
 
@@ -92,9 +93,9 @@ TEST(CommandFile, LevelsDirectiveIsMatchedIgnoringCase)
 {
   for (std::string const name : {"reportlevels", "REPORTLEVELS", "rEPORTlEVELS"}) {
     SCOPED_TRACE(name);
-    EXPECT_EQ(run_commands(name + "\n").messages,
-              wake_up_text() + directive_text(name, 1) + no_reply_text("-1")
-                  + unavailable_levels_text() + unavailable_reasons_text());
+    EXPECT_TEXT(run_commands(name + "\n").messages,
+                wake_up_text() + directive_text(name, 1) + no_reply_text(-1)
+                    + unavailable_levels_text() + unavailable_reasons_text());
   }
 }
 
@@ -129,9 +130,9 @@ TEST(CommandFile, EachOfManyDirectivesIsExecuted)
     script.replies.push_back({{StatusReply{.remaining = line}.bytes()}});
 
   Transcript const run = run_commands(commands, script);
-  EXPECT_TRUE(run.messages == messages);  // too long to be compared line by line
-  EXPECT_EQ(run.events,
-            probe_events() + wake_up_events() + repeated(count, query_events()) + exit_event(0));
+  EXPECT_TEXT(run.messages, messages);
+  EXPECT_TEXT(run.events,
+              probe_events() + wake_up_events() + repeated(count, query_events()) + exit_event(0));
 }
 
 }  // namespace

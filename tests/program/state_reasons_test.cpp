@@ -1,8 +1,9 @@
 // Which reason each of the printer's error codes becomes.
 #include <gtest/gtest.h>
 
-#include "tests/oracle/expected_text.h"
 #include "tests/harness/run_filter.h"
+#include "tests/harness/same_text.h"
+#include "tests/oracle/run_text.h"
 
 namespace {
 
@@ -13,89 +14,35 @@ std::string status_messages(StatusReply const& reply)
   return run_commands("ReportStatus\n", script).messages;
 }
 
-std::string expected(StatusReply const& reply, std::string const& state, std::string const& reasons)
+void expect_report(StatusReply const& reply, std::string const& report)
 {
-  return wake_up_text() + directive_text("ReportStatus", 1) + awake_text(reply, state) + reasons;
+  SCOPED_TRACE(reply.info_text());
+  EXPECT_TEXT(status_messages(reply),
+              wake_up_text() + directive_text("ReportStatus", 1) + awake_text(reply) + report);
+}
+
+StatusReply reply_with(unsigned code)
+{
+  return {.error = {code >> 16, code >> 8 & 0xff, code & 0xff}};
 }
 
 TEST(StateReasons, EveryKnownCodeHasItsReason)
 {
-  struct {
-    std::array<unsigned, 3> code;
-    char const* state;
-    char const* reason;
-  } const rows[] = {
-      {{0x00, 0x00, 0x00}, "GOOD", ""},
-      {{0x06, 0x02, 0x02}, "0x06,0x02,0x02", "0001"},
-      {{0x09, 0x02, 0x02}, "0x09,0x02,0x02", "0002"},
-      {{0x03, 0x01, 0x01}, "0x03,0x01,0x01", "0003"},
-      {{0x08, 0x01, 0x01}, "0x08,0x01,0x01", "0004"},
-      {{0x05, 0x02, 0x02}, "0x05,0x02,0x02", "0005"},
-      {{0x02, 0x02, 0x02}, "0x02,0x02,0x02", "0006"},
-      {{0x04, 0x03, 0x04}, "0x04,0x03,0x04", "0007"},
-      {{0x07, 0x03, 0x03}, "0x07,0x03,0x03", "0008"},
-      {{0x20, 0x07, 0x07}, "0x20,0x07,0x07", "0009"},
-      {{0x21, 0x07, 0x07}, "0x21,0x07,0x07", "0009"},
-      {{0x23, 0x07, 0x07}, "0x23,0x07,0x07", "0009"},
-      {{0x26, 0x07, 0x07}, "0x26,0x07,0x07", "0009"},
-      {{0x27, 0x07, 0x07}, "0x27,0x07,0x07", "0009"},
-      {{0x28, 0x07, 0x07}, "0x28,0x07,0x07", "0009"},
-      {{0x29, 0x07, 0x07}, "0x29,0x07,0x07", "0009"},
-      {{0x0a, 0x05, 0x05}, "0x0a,0x05,0x05", "0010"},
-      {{0x0b, 0x05, 0x07}, "0x0b,0x05,0x07", "0011"},
-      {{0x30, 0x09, 0x07}, "0x30,0x09,0x07", "0012"},
-      {{0x37, 0x09, 0x0f}, "0x37,0x09,0x0f", "0013"},
-      {{0x31, 0x09, 0x07}, "0x31,0x09,0x07", "0013"},
-      {{0x32, 0x09, 0x0f}, "0x32,0x09,0x0f", "0013"},
-      {{0x33, 0x09, 0x0f}, "0x33,0x09,0x0f", "0013"},
-      {{0x34, 0x09, 0x07}, "0x34,0x09,0x07", "0013"},
-      {{0x36, 0x09, 0x0f}, "0x36,0x09,0x0f", "0013"},
-      {{0x3a, 0x0a, 0x0f}, "0x3a,0x0a,0x0f", "0014"},
-      {{0x3b, 0x0a, 0x0f}, "0x3b,0x0a,0x0f", "0014"},
-      {{0x3c, 0x0a, 0x0f}, "0x3c,0x0a,0x0f", "0014"},
-      {{0x3d, 0x0a, 0x0f}, "0x3d,0x0a,0x0f", "0014"},
-      {{0x3e, 0x0a, 0x0f}, "0x3e,0x0a,0x0f", "0014"},
-      {{0x3f, 0x0a, 0x0f}, "0x3f,0x0a,0x0f", "0014"},
-      {{0x40, 0x0e, 0x0f}, "0x40,0x0e,0x0f", "0014"},
-      {{0x0c, 0x0f, 0x00}, "0x0c,0x0f,0x00", "0018"},
-      {{0x01, 0x06, 0x06}, "0x01,0x06,0x06", "0020"},
-      {{0x0d, 0x08, 0x07}, "0x0d,0x08,0x07", "0021"},
-      {{0x0e, 0x08, 0x07}, "0x0e,0x08,0x07", "0021"},
-      {{0x10, 0x08, 0x08}, "0x10,0x08,0x08", "0022"},
-      {{0xfe, 0xed, 0x01}, "0xfe,0xed,0x01", "0005"},
-  };
-  static_assert(std::size(rows) == 38);
-  for (auto const& row : rows) {
-    SCOPED_TRACE(row.state);
-    StatusReply const reply{.error = row.code};
-    EXPECT_EQ(status_messages(reply), expected(reply, row.state, reasons_text(row.reason)));
-  }
+  for (KnownCode const& known : known_codes())
+    expect_report(reply_with(known.code), reasons_text(known.reason));
 }
 
 TEST(StateReasons, UnknownCodeIsLoggedBeforeItsReason)
 {
-  struct {
-    std::array<unsigned, 3> code;
-    char const* state;
-  } const rows[] = {{{0x11, 0x22, 0x33}, "0x11,0x22,0x33"}, {{0xab, 0xcd, 0xef}, "0xab,0xcd,0xef"},
-                    {{0x06, 0x02, 0x00}, "0x06,0x02,0x00"}, {{0x06, 0x00, 0x02}, "0x06,0x00,0x02"},
-                    {{0x00, 0x02, 0x02}, "0x00,0x02,0x02"}, {{0x00, 0x00, 0x01}, "0x00,0x00,0x01"},
-                    {{0x02, 0x02, 0x06}, "0x02,0x02,0x06"}, {{0x0c, 0x0f, 0x01}, "0x0c,0x0f,0x01"},
-                    {{0xff, 0xff, 0xff}, "0xff,0xff,0xff"}};
-  for (auto const& row : rows) {
-    SCOPED_TRACE(row.state);
-    StatusReply const reply{.error = row.code};
-    EXPECT_EQ(status_messages(reply),
-              expected(reply, row.state,
-                       std::string("DEBUG: encountered undefined error number (") + row.state
-                           + ")\n" + reasons_text("0023")));
-  }
+  for (unsigned code : {0x112233U, 0xabcdefU, 0x060200U, 0x060002U, 0x000202U, 0x000001U, 0x020206U,
+                        0x0c0f01U, 0xffffffU})
+    expect_report(reply_with(code), "DEBUG: encountered undefined error number (" + code_text(code)
+                                        + ")\n" + reasons_text(23));
 }
 
 TEST(StateReasons, ExhaustedRibbonHidesTheErrorOfItsReply)
 {
-  StatusReply const reply{.error = {6, 2, 2}, .remaining = 0};
-  EXPECT_EQ(status_messages(reply), expected(reply, "0xfe,0xed,0x01", reasons_text("0005")));
+  expect_report({.error = {6, 2, 2}, .remaining = 0}, reasons_text(5));
 }
 
 TEST(StateReasons, RibbonIsNotExhaustedByWhatIsUnknownOrByItsTotal)
@@ -103,7 +50,7 @@ TEST(StateReasons, RibbonIsNotExhaustedByWhatIsUnknownOrByItsTotal)
   for (StatusReply const& reply :
        {StatusReply{.remaining = 65535}, StatusReply{.total = 0, .remaining = 1},
         StatusReply{.remaining = 256}, StatusReply{.remaining = 1}})
-    EXPECT_EQ(status_messages(reply), expected(reply, "GOOD", reasons_text()));
+    expect_report(reply, reasons_text());
 }
 
 TEST(StateReasons, UnchangedReasonsAreWrittenAgain)
@@ -111,10 +58,10 @@ TEST(StateReasons, UnchangedReasonsAreWrittenAgain)
   StatusReply const reply{.error = {0x30, 9, 7}};
   PrinterScript script;
   script.replies = {{{reply.bytes()}}, {{reply.bytes()}}};
-  std::string const report = awake_text(reply, "0x30,0x09,0x07") + reasons_text("0012");
-  EXPECT_EQ(run_commands("ReportStatus\nReportStatus\n", script).messages,
-            wake_up_text() + directive_text("ReportStatus", 1) + report
-                + directive_text("ReportStatus", 2) + report);
+  std::string const report = awake_text(reply) + reasons_text(12);
+  EXPECT_TEXT(run_commands("ReportStatus\nReportStatus\n", script).messages,
+              wake_up_text() + directive_text("ReportStatus", 1) + report
+                  + directive_text("ReportStatus", 2) + report);
 }
 
 }  // namespace

@@ -5,8 +5,9 @@
 #include <csignal>
 
 #include "tests/harness/command_feeder.h"
+#include "tests/harness/same_text.h"
 #include "tests/harness/stepped_filter.h"
-#include "tests/oracle/expected_text.h"
+#include "tests/oracle/run_text.h"
 
 namespace {
 
@@ -71,8 +72,8 @@ TEST(Termination, EndsTheRunAtOnceInEachPhase)
     }
     ASSERT_EQ(filter.next_wait(), all[last].wait);
     EXPECT_EQ(filter.terminate(), SIGTERM);
-    EXPECT_EQ(filter.messages(), all[last].messages);
-    EXPECT_EQ(filter.device(), all[last].device);
+    EXPECT_TEXT(filter.messages(), all[last].messages);
+    EXPECT_TEXT(filter.device(), all[last].device);
   }
 }
 
@@ -85,7 +86,7 @@ TEST(Termination, EndsARunWhosePrinterTakesNothing)
   std::string const wake_up = begun("wr_esc_wakeup", "\033EWU");
   filter.wait_for_message(wake_up);
   EXPECT_EQ(filter.terminate(), SIGTERM);
-  EXPECT_EQ(filter.messages(), wake_up);
+  EXPECT_TEXT(filter.messages(), wake_up);
   EXPECT_EQ(filter.device().find('\033'), std::string::npos);
 }
 
@@ -105,8 +106,8 @@ TEST(Termination, EndsARunWhoseCommandFileDoesNotCome)
   std::string const text = wake_up_text() + directive_text("Clean", 1);
   filter.wait_for_message(directive_text("Clean", 1));
   EXPECT_EQ(filter.terminate(), SIGTERM);
-  EXPECT_EQ(filter.messages(), text);
-  EXPECT_EQ(filter.device(), "\033EWU");
+  EXPECT_TEXT(filter.messages(), text);
+  EXPECT_TEXT(filter.device(), "\033EWU");
 }
 
 }  // namespace

@@ -4,29 +4,23 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <utility>
 
-#include "tests/oracle/expected_texts.h"
 #include "tests/harness/fake_world.h"
+#include "tests/harness/same_text.h"
+#include "tests/oracle/exchange_calls.h"
+#include "tests/oracle/run_text.h"
 
 namespace {
 
 std::string const WAKE_UP_START =
-    "DEBUG: wr_esc_wakeup() START\n"
-    "DEBUG: [CMD] size=4\n"
-    "DEBUG: [CMD] 0000: 1b 45 57 55\n"
-    "> fwrite(1 x 4: 1b 45 57 55)\n";
-std::string const FLUSH = "> fflush(stdout)\n";
-std::string const DRAIN = "> cupsSideChannelDoRequest(2, room for 512, 5.000 s)\n";
-std::string const WAKE_UP_END =
-    "> usleep(500000)\n"
-    "DEBUG: wr_esc_wakeup() END\n";
+    command_start_text("wr_esc_wakeup", "\033EWU") + write_call("\033EWU");
+std::string const WAKE_UP_END = "> usleep(500000)\n" + end_text("wr_esc_wakeup");
 
 TEST(WakeUp, WritesFlushesDrainsAndPauses)
 {
   FakeWorld world;
   EXPECT_EQ(wr_esc_wakeup(), 0);
-  EXPECT_EQ(world.transcript(), WAKE_UP_START + FLUSH + DRAIN + WAKE_UP_END);
+  EXPECT_TEXT(world.transcript(), WAKE_UP_START + FLUSH_CALL + DRAIN_CALL + WAKE_UP_END);
 }
 
 TEST(WakeUp, AShortWriteFailsBeforeTheFlush)
@@ -35,8 +29,8 @@ TEST(WakeUp, AShortWriteFailsBeforeTheFlush)
     FakeWorld world;
     world.fwrite_results = {written};
     EXPECT_EQ(wr_esc_wakeup(), -1);
-    EXPECT_EQ(world.transcript(), WAKE_UP_START + "DEBUG: fwrite() failed. ret="
-                                      + std::to_string(written) + "\nDEBUG: wr_esc_wakeup() END\n");
+    EXPECT_TEXT(world.transcript(), WAKE_UP_START + failed_write_text(static_cast<long>(written))
+                                        + end_text("wr_esc_wakeup"));
   }
 }
 
@@ -46,34 +40,20 @@ TEST(WakeUp, AFailedFlushFailsBeforeTheDrain)
     FakeWorld world;
     world.fflush_results = {result};
     EXPECT_EQ(wr_esc_wakeup(), -1);
-    EXPECT_EQ(world.transcript(), WAKE_UP_START + FLUSH
-                                      + "DEBUG: fflush() failed.\n"
-                                        "DEBUG: wr_esc_wakeup() END\n");
+    EXPECT_TEXT(world.transcript(),
+                WAKE_UP_START + FLUSH_CALL + failed_flush_text() + end_text("wr_esc_wakeup"));
   }
 }
 
 TEST(WakeUp, AFailedDrainIsOnlyLoggedByNameAndNumber)
 {
-  std::pair<int, char const*> const statuses[] = {
-      {0, "CUPS_SC_STATUS_NONE(0)"},
-      {2, "CUPS_SC_STATUS_IO_ERROR(2)"},
-      {3, "CUPS_SC_STATUS_TIMEOUT(3)"},
-      {4, "CUPS_SC_STATUS_NO_RESPONSE(4)"},
-      {5, "CUPS_SC_STATUS_BAD_MESSAGE(5)"},
-      {6, "CUPS_SC_STATUS_TOO_BIG(6)"},
-      {7, "CUPS_SC_STATUS_NOT_IMPLEMENTED(7)"},
-      {8, "UNKNOWN(8)"},
-      {127, "UNKNOWN(127)"},
-      {255, "UNKNOWN(255)"},
-      {-1, "UNKNOWN(-1)"},
-      {-128, "UNKNOWN(-128)"},
-  };
-  for (auto const& [status, text] : statuses) {
+  for (int status : {0, 2, 3, 4, 5, 6, 7, 8, 127, 255, -1, -128}) {
     FakeWorld world;
     world.drain_statuses = {status};
     EXPECT_EQ(wr_esc_wakeup(), 0);
-    EXPECT_EQ(world.transcript(), WAKE_UP_START + FLUSH + DRAIN + "DEBUG: CUPS_SC_CMD_DRAIN_OUTPUT="
-                                      + text + "\n" + WAKE_UP_END);
+    EXPECT_TEXT(world.transcript(), WAKE_UP_START + FLUSH_CALL + DRAIN_CALL
+                                        + failed_drain_text(side_channel_status_text(status))
+                                        + WAKE_UP_END);
   }
 }
 
@@ -106,22 +86,18 @@ TEST(Exchange, AReadIsOfferedOnlyTheRoomThatIsLeft)
   FakeWorld world;
   std::string sent(512, '\0');
   std::string expected =
-      "DEBUG: whole_buffer() START\n"
-      "DEBUG: [CMD] size=1\n"
-      "DEBUG: [CMD] 0000: 3f\n"
-      "> fwrite(1 x 1: 3f)\n"
-      + FLUSH + DRAIN;
+      command_start_text("whole_buffer", "?") + write_call("?") + FLUSH_CALL + DRAIN_CALL;
   for (std::size_t i = 0; i < sent.size(); i++) {
     sent[i] = static_cast<char>(i % 251);
     world.reads.push_back({std::string(1, sent[i])});
-    expected += "> cupsBackChannelRead(room for " + std::to_string(512 - i) + ", 1.000 s)\n";
+    expected += read_call(512 - i);
   }
-  expected += expected_dump("[STS]", sent) + "DEBUG: whole_buffer() END\n";
+  expected += dump_text("[STS]", sent) + end_text("whole_buffer");
 
   ReplyBuffer reply;
   EXPECT_TRUE(run_exchange(whole_buffer, reply));
   EXPECT_EQ(std::string(reply.data(), reply.size()), sent);
-  EXPECT_EQ(world.transcript(), expected);
+  EXPECT_TEXT(world.transcript(), expected);
 }
 
 TEST(Exchange, EveryPauseButNoneIsMade)
@@ -131,13 +107,10 @@ TEST(Exchange, EveryPauseButNoneIsMade)
     FakeWorld world;
     ReplyBuffer reply;
     EXPECT_TRUE(run_exchange(pausing, reply));
-    EXPECT_EQ(world.transcript(),
-              "DEBUG: pausing() START\n"
-              "DEBUG: [CMD] size=1\n"
-              "DEBUG: [CMD] 0000: 3f\n"
-              "> fwrite(1 x 1: 3f)\n"
-                  + FLUSH + DRAIN + (pause > 0 ? "> usleep(" + std::to_string(pause) + ")\n" : "")
-                  + "DEBUG: pausing() END\n");
+    EXPECT_TEXT(world.transcript(),
+                command_start_text("pausing", "?") + write_call("?") + FLUSH_CALL + DRAIN_CALL
+                    + (pause > 0 ? "> usleep(" + std::to_string(pause) + ")\n" : "")
+                    + end_text("pausing"));
   }
 }
 

@@ -9,8 +9,8 @@
 #include <string>
 #include <type_traits>
 
-#include "tests/oracle/replies.h"
 #include "tests/harness/retyped.h"
+#include "tests/oracle/status_reply.h"
 
 namespace {
 
@@ -20,7 +20,7 @@ static_assert(static_cast<int>(JobStatus::Type::Unavailable) == 0);
 static_assert(static_cast<int>(JobStatus::Type::Available) == 1);
 static_assert(!std::is_polymorphic_v<JobStatus> && sizeof(JobStatus) == 8);
 
-JobStatus parsed(std::array<unsigned char, 4> status)
+JobStatus parsed(std::array<unsigned, 4> const& status)
 {
   return JobStatus::Parse(job_status_reply(status).data());
 }
@@ -65,8 +65,7 @@ TEST(JobStatus, EveryPairOfStateBytesIsReadyByTheRule)
       bool ready = true;
       if (first == 0x10 || first == 0x20) ready = false;
       if (first == 0x50) ready = second >= 0x30;
-      JobStatus const status =
-          parsed({static_cast<unsigned char>(first), static_cast<unsigned char>(second), 0, 0});
+      JobStatus const status = parsed({first, second, 0, 0});
       ASSERT_TRUE(status.isAvailable());
       ASSERT_EQ(status.isReady(), ready) << first << " " << second;
     }
@@ -75,7 +74,7 @@ TEST(JobStatus, EveryPairOfStateBytesIsReadyByTheRule)
 
 TEST(JobStatus, TheLastTwoBytesDoNotDecide)
 {
-  for (unsigned char last : std::array<unsigned char, 5>{0x00, 0x10, 0x20, 0x50, 0xff}) {
+  for (unsigned last : {0x00U, 0x10U, 0x20U, 0x50U, 0xffU}) {
     EXPECT_TRUE(parsed({0x50, 0x30, last, last}).isReady());
     EXPECT_FALSE(parsed({0x50, 0x2f, last, last}).isReady());
     EXPECT_FALSE(parsed({0x10, 0xff, last, last}).isReady());

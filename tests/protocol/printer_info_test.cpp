@@ -9,8 +9,9 @@
 #include <string>
 #include <type_traits>
 
-#include "tests/oracle/replies.h"
 #include "tests/harness/retyped.h"
+#include "tests/harness/same_text.h"
+#include "tests/oracle/status_reply.h"
 
 namespace {
 
@@ -28,13 +29,13 @@ PrinterInfo parsed(StatusReply const& reply) { return PrinterInfo::Parse(reply.b
 
 TEST(PrinterInfo, FieldsStandInTheRecordsOwnOrder)
 {
-  StatusReply const reply = {.memory_state = 1,
-                             .power_state = 2,
-                             .mech_state = {3, 4},
+  StatusReply const reply = {.power = 2,
+                             .mech = {3, 4},
+                             .memory = 1,
                              .error = {5, 6, 7},
-                             .ink_sheet_type = 8,
                              .total = 9,
-                             .remaining = 10};
+                             .remaining = 10,
+                             .ink_sheet = 8};
   EXPECT_EQ(first_number_of(parsed(reply)), 1);  // type
   auto const bytes = bytes_of(parsed(reply));
   EXPECT_EQ(bytes.at[4], 2);  // power_state
@@ -51,7 +52,7 @@ TEST(PrinterInfo, FieldsStandInTheRecordsOwnOrder)
 
 TEST(PrinterInfo, TextOfAGoodPrinter)
 {
-  StatusReply const reply = {.ink_sheet_type = 0x84, .total = 300, .remaining = 120};
+  StatusReply const reply = {.total = 300, .remaining = 120, .ink_sheet = 0x84};
   EXPECT_EQ(parsed(reply).to_string(),
             "power_state=0x00 mech_state=[0x00,0x00] memory_state=0x00 error_info=[GOOD] "
             "levels=[ink ribbon 120 / 300 ink_sheet_type=0x84]");
@@ -59,16 +60,14 @@ TEST(PrinterInfo, TextOfAGoodPrinter)
 
 TEST(PrinterInfo, TextShowsEachFieldInItsPlace)
 {
-  StatusReply const reply = {.memory_state = 0xfe,
-                             .power_state = 0x1a,
-                             .mech_state = {0x20, 0x8b},
+  StatusReply const reply = {.power = 0x1a,
+                             .mech = {0x20, 0x8b},
+                             .memory = 0xfe,
                              .error = {0x06, 0x02, 0xc2},
-                             .ink_sheet_type = 0x0f,
                              .total = 65535,
-                             .remaining = 256};
-  EXPECT_EQ(parsed(reply).to_string(),
-            "power_state=0x1a mech_state=[0x20,0x8b] memory_state=0xfe "
-            "error_info=[0x06,0x02,0xc2] levels=[ink ribbon 256 / 65535 ink_sheet_type=0x0f]");
+                             .remaining = 256,
+                             .ink_sheet = 0x0f};
+  EXPECT_TEXT(parsed(reply).to_string(), reply.info_text());
 }
 
 TEST(PrinterInfo, BytesThatNoFieldTakesAreIgnored)
@@ -80,7 +79,7 @@ TEST(PrinterInfo, BytesThatNoFieldTakesAreIgnored)
     std::string other = reply;
     other[offset] = static_cast<char>(other[offset] ^ 0x5a);
     bool const ignored = PrinterInfo::Parse(other.data()).to_string() == text;
-    EXPECT_EQ(ignored, !fields.contains(offset)) << offset;
+    ASSERT_EQ(ignored, !fields.contains(offset)) << offset;
   }
 }
 
@@ -102,7 +101,7 @@ TEST(PrinterInfo, EveryTotalIsReadHighByteFirst)
       reply[149] = static_cast<char>(byte(low));
       auto const levels = PrinterInfo::Parse(reply.data()).GetPrinterLevels();
       ASSERT_EQ(levels.total_prints, high * 256 + low);
-      ASSERT_EQ(levels.remaining_prints, 350);
+      ASSERT_EQ(levels.remaining_prints, 120);
     }
   }
 }
@@ -116,7 +115,7 @@ TEST(PrinterInfo, EveryRemainingIsReadHighByteFirst)
       reply[151] = static_cast<char>(byte(low));
       PrinterInfo const info = PrinterInfo::Parse(reply.data());
       ASSERT_EQ(info.GetPrinterLevels().remaining_prints, high * 256 + low);
-      ASSERT_EQ(info.GetPrinterLevels().total_prints, 700);
+      ASSERT_EQ(info.GetPrinterLevels().total_prints, 300);
       ASSERT_EQ(info.GetPrinterState() == PrinterState::InternalSupplyLow(), high + low == 0);
     }
   }
@@ -125,20 +124,20 @@ TEST(PrinterInfo, EveryRemainingIsReadHighByteFirst)
 TEST(PrinterInfo, LevelsCarryWhatThePrinterSent)
 {
   for (unsigned code = 0; code < 256; code++) {
-    auto const levels = parsed({.ink_sheet_type = byte(code)}).GetPrinterLevels();
-    EXPECT_TRUE(levels.isAvailable());
-    EXPECT_EQ(levels.ink_sheet_type, code);
+    auto const levels = parsed({.ink_sheet = code}).GetPrinterLevels();
+    ASSERT_TRUE(levels.isAvailable());
+    ASSERT_EQ(levels.ink_sheet_type, code);
   }
-  auto const unknown = parsed({.ink_sheet_type = 0xff, .total = 65535, .remaining = 65535});
+  auto const unknown = parsed({.total = 65535, .remaining = 65535, .ink_sheet = 0xff});
   EXPECT_EQ(unknown.GetPrinterLevels().to_string(), "ink ribbon 65535 / 65535 ink_sheet_type=0xff");
 }
 
 TEST(PrinterInfo, OnlyPowerStateZeroIsAwake)
 {
   for (unsigned state = 0; state < 256; state++) {
-    PrinterInfo const info = parsed({.power_state = byte(state)});
-    EXPECT_TRUE(info.isAvailable());
-    EXPECT_EQ(info.isWakeUp(), state == 0x00) << state;
+    PrinterInfo const info = parsed({.power = state});
+    ASSERT_TRUE(info.isAvailable());
+    ASSERT_EQ(info.isWakeUp(), state == 0x00) << state;
   }
 }
 
@@ -147,8 +146,7 @@ TEST(PrinterInfo, TheMechanismIsGoodInTwoStatesOnly)
   for (unsigned first = 0; first < 256; first++) {
     for (unsigned second = 0; second < 256; second++) {
       bool const good = (first == 0x00 || first == 0x20) && second == 0x00;
-      ASSERT_EQ(parsed({.mech_state = {byte(first), byte(second)}}).isMechGood(), good)
-          << first << " " << second;
+      ASSERT_EQ(parsed({.mech = {first, second}}).isMechGood(), good) << first << " " << second;
     }
   }
 }
@@ -156,7 +154,7 @@ TEST(PrinterInfo, TheMechanismIsGoodInTwoStatesOnly)
 TEST(PrinterInfo, OnlyMemoryStateFfIsFull)
 {
   for (unsigned state = 0; state < 256; state++) {
-    EXPECT_EQ(parsed({.memory_state = byte(state)}).isMemoryFree(), state != 0xff) << state;
+    ASSERT_EQ(parsed({.memory = state}).isMemoryFree(), state != 0xff) << state;
   }
 }
 
@@ -229,14 +227,14 @@ TEST(PrinterInfo, AForeignTypeIsUnavailableYetIsReadAsAvailable)
     EXPECT_TRUE(info.isMechGood()) << type;
     EXPECT_TRUE(info.isMemoryFree()) << type;
     EXPECT_TRUE(info.GetPrinterState() == PrinterState::Good()) << type;
-    EXPECT_EQ(info.GetPrinterLevels().to_string(), "ink ribbon 350 / 700 ink_sheet_type=0x84");
+    EXPECT_EQ(info.GetPrinterLevels().to_string(), "ink ribbon 120 / 300 ink_sheet_type=0x84");
     EXPECT_EQ(info.to_string(), "UNKNOWN") << type;
   }
 }
 
 TEST(PrinterInfo, AForeignTypesBadStatesAreRead)
 {
-  StatusReply const bad = {.memory_state = 0xff, .power_state = 1, .mech_state = {1, 0}};
+  StatusReply const bad = {.power = 1, .mech = {1, 0}, .memory = 0xff};
   PrinterInfo const info = retyped(parsed(bad), 2);
   EXPECT_FALSE(info.isWakeUp());
   EXPECT_FALSE(info.isMechGood());

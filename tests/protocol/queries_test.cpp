@@ -4,38 +4,29 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <utility>
 
-#include "tests/oracle/expected_texts.h"
 #include "tests/harness/fake_world.h"
-#include "tests/oracle/replies.h"
+#include "tests/harness/same_text.h"
+#include "tests/oracle/exchange_calls.h"
+#include "tests/oracle/run_text.h"
 
 namespace {
 
 std::string const UNAVAILABLE = "UNAVAILABLE";
 
-std::string read_call(std::size_t room)
-{
-  return "> cupsBackChannelRead(room for " + std::to_string(room) + ", 1.000 s)\n";
-}
-
-// The three uses of the exchange that wait for a reply share these tests.
+// The two uses of the exchange that wait for a reply share these tests.
 struct Query {
   char const* name;
-  char const* dump_and_write;  // the command, dumped and written
-  std::size_t command_length;
+  std::string command;
   std::size_t minimum_reply;
   std::string (*ask)();  // the result's text
 
   [[nodiscard]] std::string start() const
   {
-    return "DEBUG: " + std::string(name) + "() START\n" + dump_and_write;
+    return command_start_text(name, command) + write_call(command);
   }
-  [[nodiscard]] std::string end() const { return "DEBUG: " + std::string(name) + "() END\n"; }
-  [[nodiscard]] std::string up_to_the_drain() const
-  {
-    return start() + "> fflush(stdout)\n> cupsSideChannelDoRequest(2, room for 512, 5.000 s)\n";
-  }
+  [[nodiscard]] std::string end() const { return end_text(name); }
+  [[nodiscard]] std::string up_to_the_drain() const { return start() + FLUSH_CALL + DRAIN_CALL; }
   // A reply that both parsers read, with a different byte at each offset.
   [[nodiscard]] std::string reply(std::size_t length) const
   {
@@ -46,17 +37,11 @@ struct Query {
 };
 
 Query const QUERIES[] = {
-    {"get_printer_info",
-     "DEBUG: [CMD] size=4\n"
-     "DEBUG: [CMD] 0000: 1b 56 32 31\n"
-     "> fwrite(1 x 4: 1b 56 32 31)\n",
-     4, 192, [] { return get_printer_info().to_string(); }},
-    {"get_job_status",
-     "DEBUG: [CMD] size=6\n"
-     "DEBUG: [CMD] 0000: 1b 56 31 30 00 00\n"
-     "> fwrite(1 x 6: 1b 56 31 30 00 00)\n",
-     6, 20, [] { return get_job_status().to_string(); }},
+    {"get_printer_info", "\033V21", 192, [] { return get_printer_info().to_string(); }},
+    {"get_job_status", {"\033V10\0\0", 6}, 20, [] { return get_job_status().to_string(); }},
 };
+
+void PrintTo(Query const& query, std::ostream* out) { *out << query.name; }
 
 class EitherQuery : public testing::TestWithParam<Query> {};
 
@@ -70,19 +55,19 @@ TEST_P(EitherQuery, AReplyOfTheMinimumEndsTheReading)
   std::string const reply = query.reply(query.minimum_reply);
   world.reads = {{reply}, {"not read"}};
   EXPECT_NE(query.ask(), UNAVAILABLE);
-  EXPECT_EQ(world.transcript(),
-            query.up_to_the_drain() + read_call(512) + expected_dump("[STS]", reply) + query.end());
+  EXPECT_TEXT(world.transcript(),
+              query.up_to_the_drain() + read_call(512) + dump_text("[STS]", reply) + query.end());
 }
 
 TEST_P(EitherQuery, AShortWriteFailsBeforeTheFlush)
 {
   Query const& query = GetParam();
-  for (std::size_t written = 0; written < query.command_length; written++) {
+  for (std::size_t written = 0; written < query.command.size(); written++) {
     FakeWorld world;
     world.fwrite_results = {written};
     EXPECT_EQ(query.ask(), UNAVAILABLE);
-    EXPECT_EQ(world.transcript(), query.start() + "DEBUG: fwrite() failed. ret="
-                                      + std::to_string(written) + "\n" + query.end());
+    EXPECT_TEXT(world.transcript(),
+                query.start() + failed_write_text(static_cast<long>(written)) + query.end());
   }
 }
 
@@ -92,33 +77,22 @@ TEST_P(EitherQuery, AFailedFlushFailsBeforeTheDrain)
   FakeWorld world;
   world.fflush_results = {-1};
   EXPECT_EQ(query.ask(), UNAVAILABLE);
-  EXPECT_EQ(world.transcript(), query.start()
-                                    + "> fflush(stdout)\n"
-                                      "DEBUG: fflush() failed.\n"
-                                    + query.end());
+  EXPECT_TEXT(world.transcript(), query.start() + FLUSH_CALL + failed_flush_text() + query.end());
 }
 
 TEST_P(EitherQuery, AfterAFailedDrainTheReplyIsReadAllTheSame)
 {
   Query const& query = GetParam();
-  std::pair<int, char const*> const statuses[] = {
-      {0, "CUPS_SC_STATUS_NONE(0)"},
-      {3, "CUPS_SC_STATUS_TIMEOUT(3)"},
-      {7, "CUPS_SC_STATUS_NOT_IMPLEMENTED(7)"},
-      {8, "UNKNOWN(8)"},
-      {255, "UNKNOWN(255)"},
-      {-1, "UNKNOWN(-1)"},
-  };
-  for (auto const& [status, text] : statuses) {
+  for (int status : {0, 3, 7, 8, 255, -1}) {
     FakeWorld world;
     std::string const reply = query.reply(query.minimum_reply);
     world.drain_statuses = {status};
     world.drain_data = "ignored";
     world.reads = {{reply}};
     EXPECT_NE(query.ask(), UNAVAILABLE);
-    EXPECT_EQ(world.transcript(),
-              query.up_to_the_drain() + "DEBUG: CUPS_SC_CMD_DRAIN_OUTPUT=" + text + "\n"
-                  + read_call(512) + expected_dump("[STS]", reply) + query.end());
+    EXPECT_TEXT(world.transcript(), query.up_to_the_drain()
+                                        + failed_drain_text(side_channel_status_text(status))
+                                        + read_call(512) + dump_text("[STS]", reply) + query.end());
   }
 }
 
@@ -129,9 +103,8 @@ TEST_P(EitherQuery, AFirstReadThatBringsNothingFails)
     FakeWorld world;
     world.reads = {{"", result}};
     EXPECT_EQ(query.ask(), UNAVAILABLE);
-    EXPECT_EQ(world.transcript(), query.up_to_the_drain() + read_call(512)
-                                      + "DEBUG: cupsBackChannelRead() failed. ret="
-                                      + std::to_string(result) + "\n" + query.end());
+    EXPECT_TEXT(world.transcript(),
+                query.up_to_the_drain() + read_call(512) + failed_read_text(result) + query.end());
   }
 }
 
@@ -143,9 +116,9 @@ TEST_P(EitherQuery, AReplyOneByteShortFailsAndIsNotDumped)
     FakeWorld world;
     world.reads = {{query.reply(length)}, {"", result}, {"not read"}};
     EXPECT_EQ(query.ask(), UNAVAILABLE);
-    EXPECT_EQ(world.transcript(), query.up_to_the_drain() + read_call(512) + read_call(512 - length)
-                                      + "DEBUG: cupsBackChannelRead() failed. ret="
-                                      + std::to_string(result) + "\n" + query.end());
+    EXPECT_TEXT(world.transcript(), query.up_to_the_drain() + read_call(512)
+                                        + read_call(512 - length) + failed_read_text(result)
+                                        + query.end());
   }
 }
 
@@ -160,8 +133,8 @@ TEST_P(EitherQuery, AReplyInTwoPiecesIsPutTogetherWhereverItIsCut)
   for (std::size_t cut = 1; cut < reply.size(); cut++) {
     world.reads = {{reply.substr(0, cut)}, {reply.substr(cut)}};
     ASSERT_EQ(query.ask(), whole) << cut;
-    ASSERT_EQ(world.transcript(), query.up_to_the_drain() + read_call(512) + read_call(512 - cut)
-                                      + expected_dump("[STS]", reply) + query.end());
+    ASSERT_TEXT(world.transcript(), query.up_to_the_drain() + read_call(512) + read_call(512 - cut)
+                                        + dump_text("[STS]", reply) + query.end());
   }
 }
 
@@ -179,8 +152,8 @@ TEST_P(EitherQuery, AReplyThatArrivesByteByByteIsPutTogether)
     calls += read_call(512 - i);
   }
   EXPECT_EQ(query.ask(), whole);
-  EXPECT_EQ(world.transcript(),
-            query.up_to_the_drain() + calls + expected_dump("[STS]", reply) + query.end());
+  EXPECT_TEXT(world.transcript(),
+              query.up_to_the_drain() + calls + dump_text("[STS]", reply) + query.end());
 }
 
 TEST_P(EitherQuery, EveryByteOfALongReplyIsDumped)
@@ -191,8 +164,8 @@ TEST_P(EitherQuery, EveryByteOfALongReplyIsDumped)
     std::string const reply = query.reply(length);
     world.reads = {{reply}};
     EXPECT_NE(query.ask(), UNAVAILABLE);
-    EXPECT_EQ(world.transcript(), query.up_to_the_drain() + read_call(512)
-                                      + expected_dump("[STS]", reply) + query.end());
+    EXPECT_TEXT(world.transcript(),
+                query.up_to_the_drain() + read_call(512) + dump_text("[STS]", reply) + query.end());
   }
 }
 
@@ -204,8 +177,8 @@ TEST_P(EitherQuery, ALastPieceBeyondTheMinimumIsKept)
   std::size_t const cut = query.minimum_reply - 1;
   world.reads = {{reply.substr(0, cut)}, {reply.substr(cut)}};
   EXPECT_NE(query.ask(), UNAVAILABLE);
-  EXPECT_EQ(world.transcript(), query.up_to_the_drain() + read_call(512) + read_call(512 - cut)
-                                    + expected_dump("[STS]", reply) + query.end());
+  EXPECT_TEXT(world.transcript(), query.up_to_the_drain() + read_call(512) + read_call(512 - cut)
+                                      + dump_text("[STS]", reply) + query.end());
 }
 
 TEST_P(EitherQuery, NothingOfACutReplyReachesTheNextQuery)
@@ -218,8 +191,8 @@ TEST_P(EitherQuery, NothingOfACutReplyReachesTheNextQuery)
   EXPECT_EQ(query.ask(), UNAVAILABLE);
   world.transcript();
   EXPECT_EQ(query.ask(), whole);
-  EXPECT_EQ(world.transcript(),
-            query.up_to_the_drain() + read_call(512) + expected_dump("[STS]", reply) + query.end());
+  EXPECT_TEXT(world.transcript(),
+              query.up_to_the_drain() + read_call(512) + dump_text("[STS]", reply) + query.end());
 }
 
 TEST_P(EitherQuery, EveryWriteIsWholeLines)
@@ -237,12 +210,12 @@ TEST_P(EitherQuery, EveryWriteIsWholeLines)
 TEST(GetPrinterInfo, ParsesTheReply)
 {
   FakeWorld world;
-  std::string const reply = StatusReply{.power_state = 1, .total = 300, .remaining = 120}.bytes();
+  std::string const reply = StatusReply{.power = 1}.bytes();
   world.reads = {{reply}};
   EXPECT_EQ(get_printer_info().to_string(),
             "power_state=0x01 mech_state=[0x00,0x00] memory_state=0x00 error_info=[GOOD] "
             "levels=[ink ribbon 120 / 300 ink_sheet_type=0x84]");
-  EXPECT_EQ(world.transcript(), expected_status_query(reply));
+  EXPECT_TEXT(world.transcript(), status_query_with_calls(reply));
 }
 
 TEST(GetPrinterInfo, ThreeHundredBytesAreParsedAtTheirFixedOffsets)

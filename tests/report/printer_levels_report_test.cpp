@@ -3,10 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <string>
 
+#include "tests/harness/same_text.h"
 #include "tests/harness/stderr_capture.h"
+#include "tests/oracle/levels.h"
 
 namespace {
 
@@ -17,21 +18,6 @@ std::string reported(PrinterLevels const& levels)
   return capture.take();
 }
 
-// The lines of available levels with ink sheet type 0x0a.
-std::string lines(unsigned total, unsigned remaining, std::string const& level,
-                  std::string const& message)
-{
-  return "DEBUG: [ReportLevels] ink ribbon " + std::to_string(remaining) + " / "
-         + std::to_string(total)
-         + " ink_sheet_type=0x0a\n"
-           "ATTR: marker-colors=#00FF00\n"
-           "ATTR: marker-levels="
-         + level + "\nATTR: marker-message=\"" + message
-         + "\"\n"
-           "ATTR: marker-names=\"Ribbon Type: 0a\"\n"
-           "ATTR: marker-types=ink-ribbon\n";
-}
-
 std::string reported(unsigned total, unsigned remaining)
 {
   return reported(PrinterLevels::Fill(static_cast<unsigned short>(total),
@@ -40,136 +26,100 @@ std::string reported(unsigned total, unsigned remaining)
 
 TEST(PrinterLevelsReport, HalfARibbon)
 {
-  EXPECT_EQ(reported(PrinterLevels::Fill(700, 350, 0x84)),
-            "DEBUG: [ReportLevels] ink ribbon 350 / 700 ink_sheet_type=0x84\n"
-            "ATTR: marker-colors=#00FF00\n"
-            "ATTR: marker-levels=50\n"
-            "ATTR: marker-message=\"Prints Remaining = 350 / 700\"\n"
-            "ATTR: marker-names=\"Ribbon Type: 13x18(5x7\xe2\x80\xb3)\"\n"
-            "ATTR: marker-types=ink-ribbon\n");
+  EXPECT_TEXT(reported(PrinterLevels::Fill(700, 350, 0x84)),
+              "DEBUG: [ReportLevels] ink ribbon 350 / 700 ink_sheet_type=0x84\n"
+              "ATTR: marker-colors=#00FF00\n"
+              "ATTR: marker-levels=50\n"
+              "ATTR: marker-message=\"Prints Remaining = 350 / 700\"\n"
+              "ATTR: marker-names=\"Ribbon Type: 13x18(5x7\xe2\x80\xb3)\"\n"
+              "ATTR: marker-types=ink-ribbon\n");
 }
 
 // Kept: the name is told although the levels are not; code zero has the name "00".
 TEST(PrinterLevelsReport, UnavailableLevels)
 {
-  EXPECT_EQ(reported(PrinterLevels::Unavailable()),
-            "DEBUG: [ReportLevels] UNAVAILABLE\n"
-            "ATTR: marker-colors=#00FF00\n"
-            "ATTR: marker-levels=-2\n"
-            "ATTR: marker-message=\" \"\n"
-            "ATTR: marker-names=\"Ribbon Type: 00\"\n"
-            "ATTR: marker-types=ink-ribbon\n");
+  EXPECT_TEXT(reported(PrinterLevels::Unavailable()), unavailable_levels_text());
+}
+
+// The lines of levels of this type, with the name of the ink sheet all the same.
+std::string lines_without_levels(std::string const& log, std::string const& name)
+{
+  return "DEBUG: [ReportLevels] " + log
+         + "\n"
+           "ATTR: marker-colors=#00FF00\n"
+           "ATTR: marker-levels=-2\n"
+           "ATTR: marker-message=\" \"\n"
+           "ATTR: marker-names=\""
+         + name + "\"\nATTR: marker-types=ink-ribbon\n";
+}
+
+std::string reported(PrinterLevels levels, PrinterLevels::Type type)
+{
+  levels.type = type;
+  return reported(levels);
 }
 
 TEST(PrinterLevelsReport, UnavailableGoesBeforeUnknownCounts)
 {
-  PrinterLevels levels = PrinterLevels::Fill(65535, 65535, 0xff);
-  levels.type = PrinterLevels::Type::Unavailable;
-  EXPECT_EQ(reported(levels),
-            "DEBUG: [ReportLevels] UNAVAILABLE\n"
-            "ATTR: marker-colors=#00FF00\n"
-            "ATTR: marker-levels=-2\n"
-            "ATTR: marker-message=\" \"\n"
-            "ATTR: marker-names=\" \"\n"
-            "ATTR: marker-types=ink-ribbon\n");
+  EXPECT_TEXT(reported(PrinterLevels::Fill(65535, 65535, 0xff), PrinterLevels::Type::Unavailable),
+              lines_without_levels("UNAVAILABLE", " "));
 }
 
 TEST(PrinterLevelsReport, CountsOfUnavailableLevelsAreNotLookedAt)
 {
-  PrinterLevels levels = PrinterLevels::Fill(700, 350, 0x84);
-  levels.type = PrinterLevels::Type::Unavailable;
-  EXPECT_EQ(reported(levels),
-            "DEBUG: [ReportLevels] UNAVAILABLE\n"
-            "ATTR: marker-colors=#00FF00\n"
-            "ATTR: marker-levels=-2\n"
-            "ATTR: marker-message=\" \"\n"
-            "ATTR: marker-names=\"Ribbon Type: 13x18(5x7\xe2\x80\xb3)\"\n"
-            "ATTR: marker-types=ink-ribbon\n");
+  EXPECT_TEXT(reported(PrinterLevels::Fill(700, 350, 0x84), PrinterLevels::Type::Unavailable),
+              lines_without_levels("UNAVAILABLE", "Ribbon Type: 13x18(5x7\xe2\x80\xb3)"));
 }
 
 TEST(PrinterLevelsReport, AForeignTypeIsNotAvailable)
 {
-  PrinterLevels levels = PrinterLevels::Fill(700, 350, 0x84);
-  levels.type = static_cast<PrinterLevels::Type>(2);
-  EXPECT_EQ(reported(levels),
-            "DEBUG: [ReportLevels] UNKNOWN\n"
-            "ATTR: marker-colors=#00FF00\n"
-            "ATTR: marker-levels=-2\n"
-            "ATTR: marker-message=\" \"\n"
-            "ATTR: marker-names=\"Ribbon Type: 13x18(5x7\xe2\x80\xb3)\"\n"
-            "ATTR: marker-types=ink-ribbon\n");
+  EXPECT_TEXT(reported(PrinterLevels::Fill(700, 350, 0x84), static_cast<PrinterLevels::Type>(2)),
+              lines_without_levels("UNKNOWN", "Ribbon Type: 13x18(5x7\xe2\x80\xb3)"));
+}
+
+void expect_level(unsigned total, unsigned remaining, unsigned level = 0)
+{
+  EXPECT_TEXT(reported(total, remaining), level_report_text({total, remaining, 0x0a}, level));
 }
 
 TEST(PrinterLevelsReport, CountsThatGiveNoPercentage)
 {
   for (unsigned other : {0u, 1u, 350u, 65534u, 65535u}) {
-    EXPECT_EQ(reported(other, 65535), lines(other, 65535, "-1", " "));
-    EXPECT_EQ(reported(65535, other), lines(65535, other, "-1", " "));
-    EXPECT_EQ(reported(0, other), lines(0, other, "-1", " "));
+    expect_level(other, 65535);
+    expect_level(65535, other);
+    expect_level(0, other);
   }
 }
 
 TEST(PrinterLevelsReport, ThePercentageIsRoundedDownAndNotBounded)
 {
-  struct Case {
-    unsigned total;
-    unsigned remaining;
-    char const* level;
-    char const* message;
-  };
-  constexpr Case CASES[] = {
-      {700, 0, "0", "Prints Remaining = 0 / 700"},
-      {700, 700, "100", "Prints Remaining = 700 / 700"},
-      {700, 699, "99", "Prints Remaining = 699 / 700"},
-      {700, 6, "0", "Prints Remaining = 6 / 700"},
-      {700, 7, "1", "Prints Remaining = 7 / 700"},
-      {3, 1, "33", "Prints Remaining = 1 / 3"},
-      {3, 2, "66", "Prints Remaining = 2 / 3"},
-      {65534, 1, "0", "Prints Remaining = 1 / 65534"},
-      {65534, 65533, "99", "Prints Remaining = 65533 / 65534"},
-      {65534, 65534, "100", "Prints Remaining = 65534 / 65534"},
-      {700, 800, "114", "Prints Remaining = 800 / 700"},
-      {1, 65534, "6553400", "Prints Remaining = 65534 / 1"},
-      {1, 1, "100", "Prints Remaining = 1 / 1"},
-      {32768, 32767, "99", "Prints Remaining = 32767 / 32768"},
-      {65280, 255, "0", "Prints Remaining = 255 / 65280"},
-  };
-  for (Case const& c : CASES) {
-    EXPECT_EQ(reported(c.total, c.remaining), lines(c.total, c.remaining, c.level, c.message));
-  }
+  struct {
+    unsigned total, remaining, level;
+  } const rows[] = {{700, 0, 0},        {700, 700, 100},     {700, 699, 99},  {700, 6, 0},
+                    {700, 7, 1},        {3, 1, 33},          {3, 2, 66},      {65534, 1, 0},
+                    {65534, 65533, 99}, {65534, 65534, 100}, {700, 800, 114}, {1, 65534, 6553400},
+                    {1, 1, 100},        {32768, 32767, 99},  {65280, 255, 0}};
+  for (auto const& row : rows) expect_level(row.total, row.remaining, row.level);
 }
 
 TEST(PrinterLevelsReport, TheNameFollowsTheInkSheetTypeWhateverTheCounts)
 {
-  std::string const digits = "0123456789abcdef";
-  for (unsigned code = 0; code < 256; code++) {
-    std::string name = std::string("Ribbon Type: ") + digits[code / 16] + digits[code % 16];
-    if (code == 0x84) name = "Ribbon Type: 13x18(5x7\xe2\x80\xb3)";
-    if (code == 0x8f) name = "Ribbon Type: 15x20(6x8\xe2\x80\xb3)";
-    if (code == 0xff) name = " ";
-    std::string const line = "\"\nATTR: marker-names=\"" + name + "\"\nATTR: marker-types=";
-    for (unsigned short remaining : std::array<unsigned short, 2>{350, 65535}) {
-      std::string const text =
-          reported(PrinterLevels::Fill(700, remaining, static_cast<unsigned char>(code)));
-      EXPECT_NE(text.find(line), std::string::npos) << text;
-    }
-  }
+  for (unsigned code = 0; code < 256; ++code)
+    for (unsigned remaining : {350U, 65535U})
+      ASSERT_TEXT(reported(PrinterLevels::Fill(700, static_cast<unsigned short>(remaining),
+                                               static_cast<unsigned char>(code))),
+                  level_report_text({700, remaining, code}, 50));
 }
 
 TEST(PrinterLevelsReport, AnUnknownInkSheetTypeKeepsLevelAndMessage)
 {
-  EXPECT_EQ(reported(PrinterLevels::Fill(700, 350, 0xff)),
-            "DEBUG: [ReportLevels] ink ribbon 350 / 700 ink_sheet_type=0xff\n"
-            "ATTR: marker-colors=#00FF00\n"
-            "ATTR: marker-levels=50\n"
-            "ATTR: marker-message=\"Prints Remaining = 350 / 700\"\n"
-            "ATTR: marker-names=\" \"\n"
-            "ATTR: marker-types=ink-ribbon\n");
+  EXPECT_TEXT(reported(PrinterLevels::Fill(700, 350, 0xff)),
+              level_report_text({700, 350, 0xff}, 50));
 }
 
 TEST(PrinterLevelsReport, TheSameLevelsGiveTheSameLinesEveryTime)
 {
-  EXPECT_EQ(reported(700, 350), reported(700, 350));
+  EXPECT_TEXT(reported(700, 350), reported(700, 350));
 }
 
 TEST(PrinterLevelsReport, EachLineIsOneWrite)

@@ -8,6 +8,7 @@
 
 #include "tests/harness/fake_destinations.h"
 #include "tests/harness/fake_world.h"
+#include "tests/harness/same_text.h"
 
 namespace {
 
@@ -53,46 +54,46 @@ std::string cleaned(std::string const& reasons)
 
 TEST(StaleReasonCleanup, OneReasonIsRemoved)
 {
-  EXPECT_EQ(cleaned("com.velmo-error0013"), run_with("STATE: -com.velmo-error0013\n"));
+  EXPECT_TEXT(cleaned("com.velmo-error0013"), run_with("STATE: -com.velmo-error0013\n"));
 }
 
 TEST(StaleReasonCleanup, ReasonsOfAnyVocabularyAreRemoved)
 {
-  EXPECT_EQ(cleaned("none"), run_with("STATE: -none\n"));
-  EXPECT_EQ(cleaned("paused"), run_with("STATE: -paused\n"));
-  EXPECT_EQ(cleaned("media-empty-error,cups-insecure-filter-warning"),
-            run_with("STATE: -media-empty-error\nSTATE: -cups-insecure-filter-warning\n"));
+  EXPECT_TEXT(cleaned("none"), run_with("STATE: -none\n"));
+  EXPECT_TEXT(cleaned("paused"), run_with("STATE: -paused\n"));
+  EXPECT_TEXT(cleaned("media-empty-error,cups-insecure-filter-warning"),
+              run_with("STATE: -media-empty-error\nSTATE: -cups-insecure-filter-warning\n"));
 }
 
 TEST(StaleReasonCleanup, ReasonsAreRemovedInTheirOwnOrder)
 {
-  EXPECT_EQ(cleaned("com.velmo-error0013,com.velmo-error0009"),
-            run_with("STATE: -com.velmo-error0013\nSTATE: -com.velmo-error0009\n"));
+  EXPECT_TEXT(cleaned("com.velmo-error0013,com.velmo-error0009"),
+              run_with("STATE: -com.velmo-error0013\nSTATE: -com.velmo-error0009\n"));
 }
 
 TEST(StaleReasonCleanup, ARepeatedReasonIsRemovedAgain)
 {
-  EXPECT_EQ(cleaned("a,a"), run_with("STATE: -a\nSTATE: -a\n"));
+  EXPECT_TEXT(cleaned("a,a"), run_with("STATE: -a\nSTATE: -a\n"));
 }
 
 TEST(StaleReasonCleanup, BlanksStayPartOfTheReason)
 {
-  EXPECT_EQ(cleaned("com.velmo-error0001, com.velmo-error0002"),
-            run_with("STATE: -com.velmo-error0001\nSTATE: - com.velmo-error0002\n"));
-  EXPECT_EQ(cleaned(" "), run_with("STATE: - \n"));
-  EXPECT_EQ(cleaned(", ,\t,"), run_with("STATE: - \nSTATE: -\t\n"));
+  EXPECT_TEXT(cleaned("com.velmo-error0001, com.velmo-error0002"),
+              run_with("STATE: -com.velmo-error0001\nSTATE: - com.velmo-error0002\n"));
+  EXPECT_TEXT(cleaned(" "), run_with("STATE: - \n"));
+  EXPECT_TEXT(cleaned(", ,\t,"), run_with("STATE: - \nSTATE: -\t\n"));
 }
 
 TEST(StaleReasonCleanup, CommasAloneSeparateAndGiveNoEmptyReason)
 {
-  EXPECT_EQ(cleaned(",,com.velmo-error0001,,com.velmo-error0002,"),
-            run_with("STATE: -com.velmo-error0001\nSTATE: -com.velmo-error0002\n"));
-  EXPECT_EQ(cleaned("a;b c,d;e f"), run_with("STATE: -a;b c\nSTATE: -d;e f\n"));
+  EXPECT_TEXT(cleaned(",,com.velmo-error0001,,com.velmo-error0002,"),
+              run_with("STATE: -com.velmo-error0001\nSTATE: -com.velmo-error0002\n"));
+  EXPECT_TEXT(cleaned("a;b c,d;e f"), run_with("STATE: -a;b c\nSTATE: -d;e f\n"));
 }
 
 TEST(StaleReasonCleanup, AReasonIsNotTakenForAFormat)
 {
-  EXPECT_EQ(cleaned("%s%n,100%"), run_with("STATE: -%s%n\nSTATE: -100%\n"));
+  EXPECT_TEXT(cleaned("%s%n,100%"), run_with("STATE: -%s%n\nSTATE: -100%\n"));
 }
 
 TEST(StaleReasonCleanup, ManyLongReasonsAreAllRemoved)
@@ -104,54 +105,54 @@ TEST(StaleReasonCleanup, ManyLongReasonsAreAllRemoved)
     value += reason + ",";
     expected += "STATE: -" + reason + "\n";
   }
-  EXPECT_EQ(cleaned(value), run_with(expected));
+  EXPECT_TEXT(cleaned(value), run_with(expected));
 }
 
 TEST(StaleReasonCleanup, OneVeryLongReasonIsRemovedWhole)
 {
   std::string const reason(5000, 'r');
-  EXPECT_EQ(cleaned(reason), run_with("STATE: -" + reason + "\n"));
+  EXPECT_TEXT(cleaned(reason), run_with("STATE: -" + reason + "\n"));
 }
 
 TEST(StaleReasonCleanup, AValueWithoutAReasonStillGivesOneLine)
 {
-  EXPECT_EQ(cleaned(""), run_with("STATE: -(null)\n"));
-  EXPECT_EQ(cleaned(","), run_with("STATE: -(null)\n"));
-  EXPECT_EQ(cleaned(",,,,"), run_with("STATE: -(null)\n"));
+  EXPECT_TEXT(cleaned(""), run_with("STATE: -(null)\n"));
+  EXPECT_TEXT(cleaned(","), run_with("STATE: -(null)\n"));
+  EXPECT_TEXT(cleaned(",,,,"), run_with("STATE: -(null)\n"));
 }
 
 TEST(StaleReasonCleanup, WithoutTheOptionNothingIsRemoved)
 {
-  EXPECT_EQ(cleaned(FakeDestinations({{"mine", true, {{"copies", "1"}}}})), run_with(""));
-  EXPECT_EQ(cleaned(FakeDestinations({{"mine", true, {}}})), run_with(""));
+  EXPECT_TEXT(cleaned(FakeDestinations({{"mine", true, {{"copies", "1"}}}})), run_with(""));
+  EXPECT_TEXT(cleaned(FakeDestinations({{"mine", true, {}}})), run_with(""));
 }
 
 TEST(StaleReasonCleanup, WithoutMemoryForTheCopyNothingIsRemoved)
 {
   FakeDestinations destinations({{"mine", true, {{OPTION, "com.velmo-error0013"}}}});
   destinations.strdup_fails = true;
-  EXPECT_EQ(cleaned(destinations), run_with(""));
+  EXPECT_TEXT(cleaned(destinations), run_with(""));
 }
 
 TEST(StaleReasonCleanup, WithoutADefaultDestinationThatIsSaid)
 {
-  EXPECT_EQ(cleaned(FakeDestinations({{"mine", false, {{OPTION, "com.velmo-error0013"}}}})),
-            RUN_WITHOUT_DEFAULT);
+  EXPECT_TEXT(cleaned(FakeDestinations({{"mine", false, {{OPTION, "com.velmo-error0013"}}}})),
+              RUN_WITHOUT_DEFAULT);
 }
 
 TEST(StaleReasonCleanup, WithoutAnyDestinationThatIsSaid)
 {
-  EXPECT_EQ(cleaned(FakeDestinations({})), RUN_WITHOUT_DEFAULT);
+  EXPECT_TEXT(cleaned(FakeDestinations({})), RUN_WITHOUT_DEFAULT);
 }
 
 TEST(StaleReasonCleanup, EveryRunAsksAnew)
 {
   FakeDestinations destinations({{"mine", true, {{OPTION, "a,b"}}}});
-  EXPECT_EQ(cleaned(destinations), run_with("STATE: -a\nSTATE: -b\n"));
+  EXPECT_TEXT(cleaned(destinations), run_with("STATE: -a\nSTATE: -b\n"));
   destinations.destinations[0].options[0].second = "c";
-  EXPECT_EQ(cleaned(destinations), run_with("STATE: -c\n"));
+  EXPECT_TEXT(cleaned(destinations), run_with("STATE: -c\n"));
   destinations.destinations.clear();
-  EXPECT_EQ(cleaned(destinations), RUN_WITHOUT_DEFAULT);
+  EXPECT_TEXT(cleaned(destinations), RUN_WITHOUT_DEFAULT);
 }
 
 TEST(StaleReasonCleanup, EachLineIsOneWrite)

@@ -1,15 +1,7 @@
 // The rules of the level report: six lines, with blanks for what is not known.
-#include "tests/oracle/level_rules.h"
+#include "tests/oracle/levels.h"
 
-namespace {
-
-void append_hex(std::string& text, unsigned byte)
-{
-  text += "0123456789abcdef"[byte / 16];
-  text += "0123456789abcdef"[byte % 16];
-}
-
-}  // namespace
+#include "tests/harness/hex.h"
 
 bool has_level(Ribbon const& ribbon)
 {
@@ -34,6 +26,12 @@ void append_ink_sheet_name(std::string& text, unsigned ink_sheet)
     text += "15x20(6x8″)";
   else
     append_hex(text, ink_sheet);
+}
+
+unsigned level_of(Ribbon const& ribbon)
+{
+  // Exact: a double has more than enough digits for 65535 * 100 / 65534.
+  return has_level(ribbon) ? static_cast<unsigned>(ribbon.remaining * 100.0 / ribbon.total) : 0;
 }
 
 void append_level_report(std::string& text, Ribbon const& ribbon, unsigned level)
@@ -69,4 +67,18 @@ void append_unavailable_level_report(std::string& text)
       "ATTR: marker-message=\" \"\n"
       "ATTR: marker-names=\"Ribbon Type: 00\"\n"
       "ATTR: marker-types=ink-ribbon\n";
+}
+
+std::string level_report_text(Ribbon const& ribbon, unsigned level)
+{
+  std::string text;
+  append_level_report(text, ribbon, level);
+  return text;
+}
+
+std::string unavailable_levels_text()
+{
+  std::string text;
+  append_unavailable_level_report(text);
+  return text;
 }
