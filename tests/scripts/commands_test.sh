@@ -16,7 +16,7 @@ on_exit "rm -rf '$work'"
 # build or start something only tell that they were run.
 mkdir "$work/tree" "$work/programs"
 cp -R "$root/scripts" "$work/tree/scripts"
-for program in apt-get dpkg-query sudo cmake ctest ninja clang-format debootstrap unshare python3 \
+for program in apt-get dpkg-query sudo cmake ctest ninja clang-format mmdebstrap unshare python3 \
   cupsd Xvfb dpkg-buildpackage git valgrind; do
   # shellcheck disable=SC2016 # known when it is run
   printf '#!/bin/sh\necho "%s" >>"$TOUCHED"\nexit 1\n' "$program" >"$work/programs/$program"
