@@ -20,13 +20,14 @@ scheduler_send_command() {
   scheduler_job=${answer##*-}
 }
 
-# scheduler_uri PATH: what a client calls the scheduler's socket file, or what lies below it.
-scheduler_uri() {
-  local socket=$scheduler_dir/clients/socket
+# socket_uri SOCKET PATH: what a client calls a scheduler's socket file, or what lies below it.
+socket_uri() {
+  local socket=$1
   socket=${socket//%/%25}
   socket=${socket// /%20}
-  echo "ipp://${socket//\//%2F}/$1"
+  echo "ipp://${socket//\//%2F}/$2"
 }
+scheduler_uri() { socket_uri "$scheduler_dir/clients/socket" "$1"; }
 
 # scheduler_answered ATTRIBUTE: writes the attribute's value from what ipptool writes, which comes
 # on standard input. Before the answer ipptool echoes the request, where the name stands elsewhere.
