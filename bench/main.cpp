@@ -1,11 +1,12 @@
 // Measures the filter against its opponents.
-// Usage: velmo-bench FOLDER [ROUNDS]
+// Usage: velmo-bench FOLDER [ROUNDS], or velmo-bench --version
 // Prints the tables, and leaves them in the folder with the points of the plot.
 #include <sys/resource.h>
 
 #include <cstdio>
 #include <fstream>
 #include <stdexcept>
+#include <string_view>
 
 #include "bench/bars.h"
 #include "bench/counts.h"
@@ -60,9 +61,14 @@ void measure(std::string const& folder, unsigned rounds)
 
 int main(int argc, char* argv[])
 {
-  if (argc < 2) {
-    std::fputs("Usage: velmo-bench FOLDER [ROUNDS]\n", stderr);
-    return 1;
+  std::string_view const folder = argc > 1 ? argv[1] : "";
+  if (folder == "--version") {
+    std::puts("velmo-bench " VELMO_VERSION);
+    return 0;
+  }
+  if (folder.empty() || folder.starts_with('-')) {
+    std::fputs("Usage: velmo-bench FOLDER [ROUNDS], or velmo-bench --version\n", stderr);
+    return 2;
   }
   raise_descriptor_limit();
   try {

@@ -53,7 +53,7 @@ done
 
 # Every option that velmo-attach-queue takes is in its page and in its help.
 options=$(sed -n 's/^ *\(--[a-z-]*\)).*/\1/p' "$root/packaging/velmo-attach-queue")
-expect "the options are found" "$(echo "$options" | wc -l)" 5
+expect "the options are found" "$(echo "$options" | wc -l)" 6
 page=$(page_of velmo-attach-queue)
 help=$("$root/packaging/velmo-attach-queue" --help)
 for option in $options; do

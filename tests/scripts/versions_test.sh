@@ -1,0 +1,20 @@
+#!/bin/bash
+# The version stands in CMakeLists.txt; whatever has to repeat it says the same.
+# Usage: versions_test.sh PROGRAM...   (the programs just built that take --version)
+set -eu
+root=$(cd "$(dirname "$0")/../.." && pwd)
+# shellcheck source=tests/harness/expect.sh
+. "$root/tests/harness/expect.sh"
+
+version=$(sed -n 's/^project(.* VERSION \([0-9.]*\) .*/\1/p' "$root/CMakeLists.txt")
+expect_part 'the version in CMakeLists.txt' "$version" .
+
+for program in "$@" "$root/packaging/velmo-attach-queue"; do
+  expect "${program##*/} --version" "$("$program" --version 2>&1)" "${program##*/} $version"
+done
+
+expect 'the first line of debian/changelog' "$(head -n 1 "$root/debian/changelog")" \
+  "printer-driver-velmo-command ($version) unstable; urgency=medium"
+expect 'the first version of CHANGELOG.md' \
+  "$(sed -n 's/^## \([0-9.]*\).*/\1/p' "$root/CHANGELOG.md" | head -n 1)" "$version"
+expect_end
