@@ -1,6 +1,8 @@
 # shellcheck shell=bash
 # What the runs on the platforms came to, as a table.
 
+# shellcheck source=scripts/lib/figures.sh
+. scripts/lib/figures.sh
 # shellcheck source-path=SCRIPTDIR source=platform-run.sh
 . scripts/lib/platform-run.sh
 
@@ -32,13 +34,10 @@ versions() {
 # Writes the page's part between its marks anew, with the table just made.
 write_page() {
   {
-    sed '/^<!-- matrix -->$/q' "$page"
-    printf '\nMade by scripts/matrix on %s.\n\n' "$(date -u +%Y-%m-%d)"
+    printf '\n%s\n\n' "$(figures_origin scripts/matrix)"
     cat "$matrix/table.md"
     echo
     versions
     echo
-    sed -n '/^<!-- end of matrix -->$/,$p' "$page"
-  } >"$matrix/page.md"
-  cat "$matrix/page.md" >"$page"
+  } | write_figures "$page" matrix
 }
