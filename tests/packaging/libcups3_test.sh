@@ -1,19 +1,21 @@
-#!/bin/sh
+#!/bin/bash
 # A build against libcups 3 ends with a sentence that says why, not with missing names.
+# Environment: CXX, the compiler.
 set -eu
 cd "$(dirname "$0")/../.."
+# shellcheck source=scripts/lib/on-exit.sh
+. scripts/lib/on-exit.sh
+# shellcheck source=tests/harness/expect.sh
+. tests/harness/expect.sh
 
 headers=$(mktemp -d)
-trap 'rm -rf "$headers"' EXIT
+on_exit "rm -rf '$headers'"
 mkdir "$headers/cups"
 echo '#define CUPS_VERSION_MAJOR 3' >"$headers/cups/cups.h"
 
-if messages=$(${CXX:-c++} -std=c++20 -I"$headers" -I. -fsyntax-only driver/report_commands.cpp 2>&1); then
-  echo "FAILED: it compiles"
-  exit 1
-fi
-echo "$messages" | grep -q 'error: .*commandtovelmo needs libcups 2' || {
-  echo "FAILED: the message is"
-  echo "$messages"
-  exit 1
-}
+status=0
+messages=$("${CXX:-c++}" -std=c++20 -I"$headers" -I. -fsyntax-only driver/report_commands.cpp 2>&1) ||
+  status=$?
+expect_that 'it does not compile' test "$status" -ne 0
+expect_part 'the reason is said' "$messages" 'commandtovelmo needs libcups 2'
+expect_end

@@ -1,8 +1,10 @@
-#!/bin/sh
+#!/bin/bash
 # The executable does not even import the calls that read the environment, start programs
 # or threads, load code, or open connections.
 # Usage: imports_test.sh FILTER
 set -eu
+# shellcheck source-path=SCRIPTDIR/../.. source=tests/harness/expect.sh
+. "$(dirname "$0")/../harness/expect.sh"
 
 forbidden='getenv|secure_getenv|environ|__environ|setenv|putenv'
 forbidden="$forbidden|fork|vfork|clone|posix_spawnp?|exec[lv]p?e?|fexecve|system|popen|pthread_create"
@@ -16,17 +18,12 @@ askers() {
 }
 
 imports=$(nm -D --undefined-only --without-symbol-versions "$1" | awk '{ print $NF }')
-echo "$imports" | grep -qx writev || {
-  echo "not a filter, or not readable: $1" >&2
-  exit 1
-}
+expect_part 'a filter imports its way to write' " ${imports//$'\n'/ } " ' writev '
 
 # The runtime of newer GCC (14, 16), linked in, lets the environment say how much memory it
 # sets aside for exceptions, once, before main.
 [ "$(askers "$1")" != "<_GLOBAL__sub_I_eh_alloc.cc>:" ] ||
   imports=$(echo "$imports" | grep -vx secure_getenv)
 
-if found=$(echo "$imports" | grep -xE "$forbidden"); then
-  echo "imported:" "$found" >&2
-  exit 1
-fi
+expect 'the forbidden imports' "$(grep -xE "$forbidden" <<<"$imports")" ''
+expect_end
