@@ -6,14 +6,16 @@
 #include <string>
 
 #include "tests/harness/collected_messages.h"
+#include "tests/harness/text_difference.h"
 
-// Ends the run at the first difference; otherwise counts the case and makes room for the
-// next one.
-inline void compare_messages(std::string& expected, unsigned long& cases)
+// Ends the run at the first difference and names the case; otherwise counts it and makes room
+// for the next one.
+template <typename Name>
+void compare_messages(std::string& expected, unsigned long& cases, Name const& name_of_case)
 {
   if (collected_messages() != expected) {
-    std::printf("case %lu differs\n--- expected\n%s--- written\n%s", cases, expected.c_str(),
-                collected_messages().c_str());
+    std::printf("%s, case %lu, %s", name_of_case().c_str(), cases,
+                text_difference(collected_messages(), expected).c_str());
     std::exit(1);
   }
   ++cases;

@@ -20,7 +20,7 @@ void check(unsigned code)
                                   static_cast<unsigned char>(code)};
   update_printer_state(PrinterState::Error(&bytes));
   append_reason_report(expected, code);
-  compare_messages(expected, cases);
+  compare_messages(expected, cases, [code] { return "code " + code_text(code); });
 }
 
 void check_neighbours(unsigned code)

@@ -29,7 +29,11 @@ void check(Ribbon const& ribbon, unsigned level)
                                             static_cast<unsigned short>(ribbon.remaining),
                                             static_cast<unsigned char>(ribbon.ink_sheet)));
   append_level_report(expected, ribbon, level);
-  compare_messages(expected, cases);
+  compare_messages(expected, cases, [ribbon] {
+    std::string name;
+    append_ribbon_text(name, ribbon);
+    return name;
+  });
 }
 
 // Goes up with the remaining count, so that the level is found without a division: the

@@ -3,20 +3,14 @@
 
 #include <csignal>
 
-#include "tests/faults/expected_run.h"
-#include "tests/faults/faulted_run.h"
+#include "tests/harness/faulted_run.h"
+#include "tests/oracle/expected_run.h"
 
 namespace {
 
 constexpr char const* LAST_WORDS =
     "terminate called after throwing an instance of 'std::bad_alloc'\n"
     "  what():  std::bad_alloc\n";
-
-int allocations()
-{
-  CallCounts const counts = run_with({}).counts;
-  return count_of(counts, Call::Allocation);
-}
 
 // The first messages of a run without a fault, as many as there are, and nothing of the next.
 void expect_first_messages(std::string text, std::vector<std::string> const& all)
@@ -38,28 +32,20 @@ void expect_end_by_failed_allocation(FaultedRun const& run, FaultedRun const& fa
   EXPECT_TRUE(faultless.device.starts_with(run.device));
 }
 
-TEST(Allocation, FailureOfOneTearsNoMessage)
+void expect_no_torn_message(bool for_ever)
 {
-  FaultedRun const faultless = run_with({});
-  int const count = allocations();
+  FaultedRun const faultless = run_with({}, every_step());
+  int const count = count_of(faultless.counts, Step::Allocation);
   ASSERT_GT(count, 0);
-  for (int index = 0; index < count; ++index) {
+  for (int index = 0; index < count && !testing::Test::HasFailure(); ++index) {
     SCOPED_TRACE(index);
-    expect_end_by_failed_allocation(run_with({.call = Call::Allocation, .index = index}),
-                                    faultless);
+    Fault const fault{.step = Step::Allocation, .index = index, .for_ever = for_ever};
+    expect_end_by_failed_allocation(run_with(fault, every_step()), faultless);
   }
 }
 
-TEST(Allocation, FailureOfOneAndAllLaterTearsNoMessage)
-{
-  FaultedRun const faultless = run_with({});
-  int const count = allocations();
-  ASSERT_GT(count, 0);
-  for (int index = 0; index < count; ++index) {
-    SCOPED_TRACE(index);
-    expect_end_by_failed_allocation(
-        run_with({.call = Call::Allocation, .index = index, .for_ever = true}), faultless);
-  }
-}
+TEST(Allocation, FailureOfOneTearsNoMessage) { expect_no_torn_message(false); }
+
+TEST(Allocation, FailureOfOneAndAllLaterTearsNoMessage) { expect_no_torn_message(true); }
 
 }  // namespace

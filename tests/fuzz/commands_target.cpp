@@ -6,10 +6,10 @@
 #include <array>
 #include <cstdint>
 
-#include "tests/fuzz/conversation.h"
-#include "tests/fuzz/played_channels.h"
-#include "tests/fuzz/require.h"
-#include "tests/fuzz/run_rules.h"
+#include "tests/harness/recording.h"
+#include "tests/harness/require.h"
+#include "tests/harness/scripted_channels.h"
+#include "tests/oracle/run.h"
 
 int filter_main(int argc, char* argv[]);
 
@@ -42,6 +42,21 @@ int run_filter()
   return filter_main(7, argv.data());
 }
 
+// Messages are only taken down, and no time passes; all else is the library's.
+int run_recorded(Recording& recording)
+{
+  OutsideCalls const calls(
+      [&](Call const& call) -> std::optional<Outcome> {
+        using Kind = Call::Kind;
+        if (call.kind != Kind::Message && call.kind != Kind::Sleep && call.kind != Kind::Pause)
+          return std::nullopt;
+        recording.note(call, {});
+        return Outcome{};
+      },
+      [&](Call const& call, Outcome const& outcome) { recording.note(call, outcome); });
+  return run_filter();
+}
+
 }  // namespace
 
 // Standard output is the printer; 3 and 4 are kept free for the channels.
@@ -55,14 +70,16 @@ extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/)
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
-  Play play = read_play({reinterpret_cast<char const*>(data), size});
-  write_command_file(play.commands);
-  PlayedChannels const channels(play);
+  ScriptedChannels const channels({reinterpret_cast<char const*>(data), size});
+  write_command_file(channels.commands);
   int const free_before = first_free_descriptor();
 
-  Conversation conversation;
-  int const exit_status = run_filter();
-  require(exit_status == walk_run(conversation), "the exit status");
+  Recording recording;
+  int const exit_status = run_recorded(recording);
+  int const told = tell_run({[&](Call const& call) { return recording.expect_call(call); },
+                             [&](std::string_view text) { recording.expect_message(text); }});
+  recording.expect_end();
+  require(exit_status == told, "the exit status");
   require(first_free_descriptor() == free_before, "every descriptor is closed");
   return 0;
 }

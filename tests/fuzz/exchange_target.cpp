@@ -3,41 +3,41 @@
 
 #include "protocol/device_channel.h"
 #include "protocol/queries.h"
-#include "tests/fuzz/conversation.h"
-#include "tests/fuzz/exchange_rules.h"
-#include "tests/fuzz/require.h"
-#include "tests/fuzz/scripted_calls.h"
-#include "tests/fuzz/status_rules.h"
+#include "tests/harness/recording.h"
+#include "tests/harness/require.h"
+#include "tests/harness/scripted_calls.h"
+#include "tests/oracle/run.h"
+#include "tests/oracle/status_reply.h"
 
 namespace {
 
-void wake_up(Conversation& conversation)
+void wake_up(Surroundings const& told)
 {
   int const result = wr_esc_wakeup();
-  require(result == (walk_wake_up(conversation) ? 0 : -1), "the result of the wake-up");
+  require(result == (tell_wake_up(told) ? 0 : -1), "the result of the wake-up");
 }
 
 void check_info(PrinterInfo const& info, std::optional<std::string> const& reply)
 {
-  require_equal(info.to_string(), reply ? info_text(read_status(*reply)) : "UNAVAILABLE");
+  require_equal(info.to_string(), reply ? read_status(*reply).info_text() : "UNAVAILABLE");
 }
 
-void ask_status(Conversation& conversation)
+void ask_status(Surroundings const& told)
 {
   PrinterInfo const info = get_printer_info();
-  check_info(info, walk_printer_status(conversation));
+  check_info(info, tell_printer_status(told));
 }
 
-void ask_status_again_and_again(Conversation& conversation)
+void ask_status_again_and_again(Surroundings const& told)
 {
   PrinterInfo const info = get_printer_info_retry();
-  check_info(info, walk_retried_printer_status(conversation));
+  check_info(info, tell_retried_printer_status(told));
 }
 
-void ask_job_status(Conversation& conversation)
+void ask_job_status(Surroundings const& told)
 {
   JobStatus const job = get_job_status();
-  auto const reply = walk_job_status(conversation);
+  auto const reply = tell_job_status(told);
   require(job.isAvailable() == reply.has_value(), "available when the reply is complete");
   require(job.isReady() == (reply && is_job_ready(*reply)), "ready when the reply says so");
   require_equal(job.to_string(), reply ? job_text(*reply) : "UNAVAILABLE");
@@ -48,12 +48,18 @@ void ask_job_status(Conversation& conversation)
 // The first byte chooses the use, the rest is the script.
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
-  static constexpr void (*USES[])(Conversation&) = {wake_up, ask_status, ask_status_again_and_again,
-                                                    ask_job_status};
+  static constexpr void (*USES[])(Surroundings const&) = {
+      wake_up, ask_status, ask_status_again_and_again, ask_job_status};
   if (size == 0) return 0;
-  follow_script(data + 1, size - 1);
-  Conversation conversation;
-  USES[data[0] % 4](conversation);
-  conversation.expect_end();
+  ScriptedCalls script({data + 1, size - 1});
+  Recording recording;
+  OutsideCalls const calls([&](Call const& call) {
+    Outcome const outcome = script.meet(call);
+    recording.note(call, outcome);
+    return outcome;
+  });
+  USES[data[0] % 4]({[&](Call const& call) { return recording.expect_call(call); },
+                     [&](std::string_view text) { recording.expect_message(text); }});
+  recording.expect_end();
   return 0;
 }

@@ -5,8 +5,8 @@
 
 #include "diag/raster_header.h"
 #include "tests/harness/collected_messages.h"
-#include "tests/fuzz/raster_rules.h"
-#include "tests/fuzz/require.h"
+#include "tests/harness/require.h"
+#include "tests/oracle/raster_listing.h"
 
 namespace {
 

@@ -7,20 +7,22 @@
 #include "report/printer_levels_report.h"
 #include "report/printer_state_report.h"
 #include "tests/harness/collected_messages.h"
-#include "tests/fuzz/require.h"
-#include "tests/fuzz/status_rules.h"
+#include "tests/harness/require.h"
+#include "tests/oracle/levels.h"
+#include "tests/oracle/reasons.h"
+#include "tests/oracle/status_reply.h"
 
 namespace {
 
 // All that parsing reads. Shorter inputs are filled up; what lies beyond is out of bounds.
 constexpr std::size_t READ_BYTES = 152;
 
-void check_predicates(PrinterInfo const& info, Status const& status)
+void check_predicates(PrinterInfo const& info, StatusReply const& status)
 {
   require(info.isAvailable(), "a parsed reply is available");
-  require(info.isWakeUp() == is_awake(status), "awake");
-  require(info.isMechGood() == is_mech_good(status), "mechanism good");
-  require(info.isMemoryFree() == is_memory_free(status), "memory free");
+  require(info.isWakeUp() == status.is_awake(), "awake");
+  require(info.isMechGood() == status.is_mech_good(), "mechanism good");
+  require(info.isMemoryFree() == status.is_memory_free(), "memory free");
 }
 
 void check_state(PrinterState const& state, unsigned code)
@@ -36,11 +38,11 @@ void check_state(PrinterState const& state, unsigned code)
   require((state == PrinterState::Good()) == (code == 0), "good is no error");
 }
 
-void check_reports(PrinterInfo const& info, Status const& status)
+void check_reports(PrinterInfo const& info, StatusReply const& status)
 {
   std::string expected;
-  append_ribbon_report(expected, status);
-  append_state_report(expected, status);
+  append_level_report(expected, status.ribbon(), level_of(status.ribbon()));
+  append_reason_report(expected, status.state_code());
   collected_messages().clear();
   report_printer_levels(info.GetPrinterLevels());
   update_printer_state(info.GetPrinterState());
@@ -54,11 +56,11 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
   std::vector<char> reply(data, data + size);
   reply.resize(std::max(size, READ_BYTES));
   PrinterInfo const info = PrinterInfo::Parse(reply.data());
-  Status const status = read_status({reply.data(), reply.size()});
+  StatusReply const status = read_status({reply.data(), reply.size()});
 
   check_predicates(info, status);
-  check_state(info.GetPrinterState(), state_code(status));
-  require_equal(info.to_string(), info_text(status));
+  check_state(info.GetPrinterState(), status.state_code());
+  require_equal(info.to_string(), status.info_text());
   check_reports(info, status);
   return 0;
 }

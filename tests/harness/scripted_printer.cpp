@@ -26,9 +26,9 @@ std::string side_channel_frame(int command, int status, std::string const& data)
 void ScriptedPrinter::hear_device(std::string const& bytes)
 {
   heard_ += bytes;
-  if (!bytes.ends_with("\033V21")) return;
-  ++queries_;
   waits_of_query_ = 0;
+  job_status_asked_ = bytes.ends_with(std::string("\033V10\0\0", 6));
+  if (bytes.ends_with("\033V21")) ++queries_;
 }
 
 void ScriptedPrinter::hear_request(std::string const& frame)
@@ -45,6 +45,7 @@ Feed ScriptedPrinter::side_channel_feed()
 
 Feed ScriptedPrinter::back_channel_feed()
 {
-  Reply const reply = item_or(script_.replies, queries_ - 1, {});
+  Reply const reply =
+      job_status_asked_ ? script_.job_status : item_or(script_.replies, queries_ - 1, {});
   return item_or(reply, waits_of_query_++, silence());
 }

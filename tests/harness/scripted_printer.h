@@ -26,7 +26,8 @@ inline constexpr int SC_OK = 1;
 struct PrinterScript {
   Feed probe{side_channel_frame(SC_GET_BIDI, SC_OK, "\x01")};
   std::vector<Feed> drains{};    // the wake-up's first, then one for each query; then all OK
-  std::vector<Reply> replies{};  // one for each query; then silence
+  std::vector<Reply> replies{};  // one for each status query; then silence
+  Reply job_status{};            // for each query of the job status
   bool hangs_up_after_wake_up = false;
 };
 
@@ -47,5 +48,6 @@ private:
   std::string request_{};
   size_t drains_ = 0;
   size_t queries_ = 0;
+  bool job_status_asked_ = false;
   size_t waits_of_query_ = 0;
 };

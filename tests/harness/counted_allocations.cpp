@@ -1,19 +1,23 @@
-// Operator new in the place of the runtime's: counted, and able to fail. A file of its own:
-// seen beside their callers, these pairs look mismatched to the compiler.
-#include "tests/faults/failing_allocation.h"
+// Operator new in the place of the runtime's. A file of its own: seen beside their callers, these
+// pairs look mismatched to the compiler.
+#include "tests/harness/counted_allocations.h"
 
 #include <cstdlib>
 #include <new>
 
-#include "tests/faults/outside_calls.h"
-
 namespace {
 
+int allocations = 0;
 int blocks = 0;
+bool (*allocation_fails)() = [] { return false; };
 
 }  // namespace
 
+int allocation_count() { return allocations; }
+
 int living_blocks() { return blocks; }
+
+void let_allocations_fail(bool (*fails)()) { allocation_fails = fails; }
 
 void* operator new(std::size_t size)
 {
@@ -25,7 +29,8 @@ void* operator new(std::size_t size)
 // Replaced as well: what a sanitizer's version gives must not come to the delete below.
 void* operator new(std::size_t size, std::nothrow_t const& /*tag*/) noexcept
 {
-  void* const memory = call_fails(Call::Allocation) ? nullptr : std::malloc(size);
+  ++allocations;
+  void* const memory = allocation_fails() ? nullptr : std::malloc(size);
   if (memory) ++blocks;
   return memory;
 }

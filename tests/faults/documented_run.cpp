@@ -1,7 +1,5 @@
 // The rules of every run, as expectations.
-#include "tests/faults/run_rules.h"
-
-#include <gtest/gtest.h>
+#include "tests/faults/documented_run.h"
 
 namespace {
 
@@ -27,8 +25,11 @@ void expect_brackets(FaultedRun const& run, std::string const& function)
 
 }  // namespace
 
-void expect_rules_of_every_run(FaultedRun const& run)
+void expect_as_told(FaultedRun const& run, ExpectedRun const& expected)
 {
+  EXPECT_EQ(run.exit_status, expected.exit_status);
+  EXPECT_TEXT(run.messages, expected.messages);
+  EXPECT_TEXT(run.device, expected.device);
   EXPECT_EQ(run.signal, 0);
   for (char const* function : BRACKETED) expect_brackets(run, function);
   for (std::string const& message : run.attempts) EXPECT_TRUE(message.ends_with('\n')) << message;

@@ -4,11 +4,16 @@
 #include <string>
 #include <vector>
 
-#include "tests/faults/fault.h"
+#include "tests/harness/fault.h"
+#include "tests/harness/scripted_printer.h"
 
-// The commands of every run: "ReportLevels" in line 1, comments, and "ReportStatus" in the
-// line after them, which libcups gets with its second read.
-inline constexpr int COMMENTS = 63;
+// What the filter runs in.
+struct FaultedWorld {
+  PrinterScript printer{};
+  std::string commands{};
+  // What stands in for the file behind descriptor 2: a path, or "-" for a closed descriptor.
+  std::string standard_error{};
+};
 
 struct FaultedRun {
   int exit_status = -1;  // negative when a signal ended the process
@@ -16,14 +21,12 @@ struct FaultedRun {
   std::vector<std::string> attempts;  // what was to be written to standard error, write by write
   std::string messages;               // what stands there
   std::string device;                 // what the printer got
-  CallCounts counts{};
+  StepCounts counts{};
   int descriptors_before = 0;
   int descriptors_after = 0;
   int blocks_left = 0;
 };
 
 // Runs the filter's main and after it the one query that main does not make. Ends by SIGALRM
-// when that takes a minute. `standard_error` is what stands in for the file behind descriptor 2,
-// a path, or "-" for a closed descriptor. The command file is named unless standard input is to
-// fail.
-FaultedRun run_with(Fault const& fault, std::string const& standard_error = "");
+// when that takes a minute. The command file is named unless standard input is to fail.
+FaultedRun run_with(Fault const& fault, FaultedWorld const& world);

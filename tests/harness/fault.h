@@ -6,7 +6,7 @@
 
 // Every way in which the filter reaches outside itself, down to the system calls that libcups
 // makes for it.
-enum class Call {
+enum class Step {
   DeviceWrite,    // fwrite of a command
   DeviceFlush,    // fflush after it
   Message,        // writev to standard error
@@ -24,30 +24,30 @@ enum class Call {
   Pause,          // usleep after the wake-up
   Allocation,     // operator new
 };
-inline constexpr std::size_t CALLS = 16;
+inline constexpr std::size_t STEPS = 16;
 
 struct Fault {
-  Call call = Call::DeviceWrite;
+  Step step = Step::DeviceWrite;
   long result = -1;
   int error = 0;
   int index = -1;         // the call that fails, counted from 0; negative for none
   bool for_ever = false;  // so do all after it
 
-  [[nodiscard]] bool hits(Call candidate, int candidate_index) const
+  [[nodiscard]] bool hits(Step candidate, int candidate_index) const
   {
-    if (candidate != call || index < 0) return false;
+    if (candidate != step || index < 0) return false;
     return for_ever ? candidate_index >= index : candidate_index == index;
   }
 };
 
-using CallCounts = std::array<int, CALLS>;
+using StepCounts = std::array<int, STEPS>;
 
-inline int& count_of(CallCounts& counts, Call call)
+inline int& count_of(StepCounts& counts, Step step)
 {
-  return counts[static_cast<std::size_t>(call)];
+  return counts[static_cast<std::size_t>(step)];
 }
 
-inline int count_of(CallCounts const& counts, Call call)
+inline int count_of(StepCounts const& counts, Step step)
 {
-  return counts[static_cast<std::size_t>(call)];
+  return counts[static_cast<std::size_t>(step)];
 }

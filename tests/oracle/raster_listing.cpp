@@ -1,5 +1,5 @@
 // One row for each line of the listing: field, what it holds, its place, its comment.
-#include "tests/fuzz/raster_rules.h"
+#include "tests/oracle/raster_listing.h"
 
 #include <cstddef>
 #include <cstring>

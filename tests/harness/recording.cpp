@@ -1,0 +1,41 @@
+// Taking a run down, and walking through it.
+#include "tests/harness/recording.h"
+
+#include <climits>
+
+#include "tests/harness/require.h"
+
+void Recording::note(Call const& call, Outcome const& outcome)
+{
+  Event& event = events.back();
+  if (call.kind == Call::Kind::Message) {
+    require(call.text.ends_with('\n') && call.text.size() <= PIPE_BUF, "a write is whole lines");
+    event.messages += call.text;
+    return;
+  }
+  event.call = call;
+  event.outcome = outcome;
+  event.written = call.text;
+  event.read = outcome.text;
+  events.emplace_back();
+}
+
+void Recording::expect_message(std::string_view text) { expected += text; }
+
+Outcome Recording::expect_call(Call const& call)
+{
+  Event& event = events[at++];
+  require_equal(event.messages, expected);
+  expected.clear();
+  require(at < events.size(), "another call comes next");
+  event.call.text = event.written;
+  require(event.call == call, "this call comes next, with these arguments");
+  event.outcome.text = event.read;
+  return event.outcome;
+}
+
+void Recording::expect_end()
+{
+  require_equal(events[at].messages, expected);
+  require(at + 1 == events.size(), "nothing else happens");
+}
