@@ -8,10 +8,10 @@
 #include <map>
 
 #include "bench/opponents.h"
-#include "bench/player/callgrind.h"
-#include "bench/player/command_file.h"
 #include "bench/player/play.h"
 #include "bench/statistics.h"
+#include "tests/harness/callgrind.h"
+#include "tests/harness/command_file_text.h"
 #include "tests/harness/temporary_file.h"
 
 namespace {
@@ -57,6 +57,11 @@ Counts messages(std::string const& program, std::string const& command_file)
     if (text.ends_with('\n')) ++counts["whole"];
   }
   return counts;
+}
+
+Instructions instructions(std::string const& program, std::string const& command_file)
+{
+  return count_instructions(answered_job({{program}, command_file}, 1 + FURTHER));
 }
 
 // The most frequent first: "31 writev, 2 poll".
@@ -122,7 +127,7 @@ std::string count_further_query(Bars& bars)
     auto const difference = [&](auto count) {
       return per_query(count(who.path, many.path()), count(who.path, one.path()));
     };
-    Counts const spent = difference(count_instructions);
+    Counts const spent = difference(instructions);
     Counts const calls = difference(system_calls);
     Counts const said = difference(messages);
     table.add({who.name, number(sum(spent)), number(sum(spent) - of_libraries(spent)),

@@ -6,9 +6,9 @@
 #include <fstream>
 
 #include "bench/opponents.h"
-#include "bench/player/command_file.h"
 #include "bench/rounds.h"
 #include "bench/statistics.h"
+#include "tests/harness/command_file_text.h"
 #include "tests/harness/temporary_file.h"
 
 namespace {

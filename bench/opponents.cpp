@@ -3,8 +3,8 @@
 
 #include <stdexcept>
 
-#include "bench/player/command_file.h"
 #include "bench/player/play.h"
+#include "tests/harness/command_file_text.h"
 #include "tests/harness/temporary_file.h"
 
 void check_floor()

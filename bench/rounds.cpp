@@ -5,8 +5,8 @@
 #include <array>
 
 #include "bench/opponents.h"
-#include "bench/player/command_file.h"
 #include "bench/statistics.h"
+#include "tests/harness/command_file_text.h"
 #include "tests/harness/temporary_file.h"
 
 namespace {

@@ -8,14 +8,11 @@
 #include <array>
 #include <stdexcept>
 
-#include "bench/player/start_program.h"
 #include "tests/harness/channel_ends.h"
+#include "tests/harness/scripted_printer.h"
+#include "tests/harness/start_program.h"
 
 namespace {
-
-constexpr char SC_DRAIN_OUTPUT = 2;
-constexpr char SC_GET_BIDI = 3;
-constexpr char SC_OK = 1;
 
 void never_block(FileDescriptor const& end) { fcntl(end.get(), F_SETFL, O_NONBLOCK); }
 
@@ -23,15 +20,6 @@ void send(FileDescriptor const& end, std::string const& bytes)
 {
   if (write(end.get(), bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size()))
     throw std::runtime_error("the program does not take its answer");
-}
-
-// Half of the ribbon is left, and everything else is as well as can be.
-std::string status_reply()
-{
-  std::string reply(192, '\0');
-  reply[145] = '\x84';
-  reply.replace(148, 4, "\x02\xbc\x01\x5e");
-  return reply;
 }
 
 double microseconds(timeval const& time)
@@ -44,7 +32,37 @@ double microseconds(std::chrono::steady_clock::duration time)
   return std::chrono::duration<double, std::micro>(time).count();
 }
 
+std::vector<std::string> words_of(Job const& job)
+{
+  std::vector<std::string> words = job.program;
+  for (char const* word : {"1", "user", "title", "1", ""}) words.emplace_back(word);
+  words.push_back(job.command_file);
+  return words;
+}
+
+// The same for every program, so that none has more to copy at its start.
+std::vector<std::string> job_environment()
+{
+  return {"CHARSET=utf-8",      "CONTENT_TYPE=application/vnd.cups-command", "LANG=C.UTF-8",
+          "PATH=/usr/bin:/bin", std::string("PPD=") + QUEUE_PPD_PATH,        "PRINTER=photo"};
+}
+
+// Half of the ribbon is left, and everything else is as well as can be.
+std::string good_status_reply()
+{
+  std::string reply(192, '\0');
+  reply[145] = '\x84';
+  reply.replace(148, 4, "\x02\xbc\x01\x5e");
+  return reply;
+}
+
 }  // namespace
+
+AnsweredProgram answered_job(Job const& job, int queries)
+{
+  return {words_of(job), job_environment(), answers_for_queries(queries),
+          std::vector(static_cast<size_t>(queries), good_status_reply())};
+}
 
 PlayedJob::PlayedJob(Job const& job) : start_(Clock::now())
 {
@@ -62,8 +80,11 @@ PlayedJob::PlayedJob(Job const& job) : start_(Clock::now())
   back_channel_ = std::move(back_channel.harness);
   side_channel_ = std::move(side_channel.harness);
   start_ = Clock::now();
-  pid_ = start_program(job, {input.get(), device.program.get(), messages.program.get(),
-                             back_channel.program.get(), side_channel.program.get()});
+  pid_ = start_program({job.program.front(),
+                        words_of(job),
+                        job_environment(),
+                        {input.get(), device.program.get(), messages.program.get(),
+                         back_channel.program.get(), side_channel.program.get()}});
 }
 
 FileDescriptor& PlayedJob::end_of(Channel channel)
@@ -95,7 +116,7 @@ void PlayedJob::hear(Channel channel)
 void PlayedJob::hear_device(std::string const& bytes)
 {
   if (bytes != "\x1bV21") return;
-  send(back_channel_, status_reply());
+  send(back_channel_, good_status_reply());
   replied_ = Clock::now();
 }
 
@@ -110,8 +131,7 @@ void PlayedJob::hear_request(std::string const& frame)
 {
   bool const probe = frame[0] == SC_GET_BIDI;
   if (frame[0] == SC_DRAIN_OUTPUT) asleep_ = true;
-  std::string const data = probe ? "\x01" : "";
-  send(side_channel_, std::string{frame[0], SC_OK, 0, static_cast<char>(data.size())} + data);
+  send(side_channel_, side_channel_frame(frame[0], SC_OK, probe ? "\x01" : ""));
 }
 
 bool PlayedJob::has_ended() const

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/harness/answered_run.h"
 #include "tests/harness/file_descriptor.h"
 
 // What the program has as standard error: the scheduler's pipe, or packets that keep the
@@ -30,6 +31,9 @@ struct Outcome {
 };
 
 enum class Channel : std::uint8_t { Device, Messages, SideChannel };
+
+// The same job with all answers to so many queries ready, for a tool that watches it.
+AnsweredProgram answered_job(Job const& job, int queries);
 
 class PlayedJob {
 public:

@@ -1,20 +1,14 @@
-// How the five descriptors are made and put in place, and the executable started on them.
+// How the five descriptors are made, and the executable started on them.
 #include "tests/harness/filter_process.h"
 
 #include <sys/mman.h>
-#include <sys/prctl.h>
-#include <sys/socket.h>
-
-#include <array>
-#include <csignal>
-#include <cstdlib>
 
 #include "tests/harness/channel_ends.h"
+#include "tests/harness/start_program.h"
 
 namespace {
 
 constexpr int CLOCK = 10;
-constexpr int CANNOT_START = 96;
 
 ChannelEnds device_ends(DeviceStream kind)
 {
@@ -33,39 +27,13 @@ FileDescriptor file_of(std::string const& content)
   return file;
 }
 
-void set_environment(Job const& job)
+std::vector<std::string> environment_of(Job const& job)
 {
-  setenv("LC_ALL", "C", 1);
-  setenv("LD_PRELOAD", CLOCK_PRELOAD_PATH, 1);
-  setenv("CLOCK_DESCRIPTOR", std::to_string(CLOCK).c_str(), 1);
-  setenv("ASAN_OPTIONS", "verify_asan_link_order=0:exitcode=99", 1);
-  if (job.unbuffered_device) setenv("UNBUFFERED_DEVICE", "1", 1);
-}
-
-// Runs in the child: nothing but 0 to 4 and the clock is inherited, and the signal of a dead
-// stream is at its default, as the scheduler leaves it.
-[[noreturn]] void become_filter(std::array<int, 5> const& descriptors, int clock, Job const& job)
-{
-  prctl(PR_SET_PDEATHSIG, SIGKILL);
-  signal(SIGPIPE, SIG_DFL);
-  set_environment(job);
-  close_range(0, ~0U, CLOSE_RANGE_CLOEXEC);
-  for (int number = 0; number < 5; ++number) {
-    int const source = descriptors[static_cast<size_t>(number)];
-    if (source >= 0)
-      dup2(source, number);
-    else
-      close(number);
-  }
-  dup2(clock, CLOCK);
-
-  std::string name = "photo-queue";
-  std::vector<std::string> arguments = job.arguments;
-  std::vector<char*> argv{name.data()};
-  for (std::string& argument : arguments) argv.push_back(argument.data());
-  argv.push_back(nullptr);
-  execv(FILTER_PATH, argv.data());
-  _exit(CANNOT_START);
+  std::vector<std::string> variables{"LC_ALL=C", std::string("LD_PRELOAD=") + CLOCK_PRELOAD_PATH,
+                                     "CLOCK_DESCRIPTOR=" + std::to_string(CLOCK),
+                                     "ASAN_OPTIONS=verify_asan_link_order=0:exitcode=99"};
+  if (job.unbuffered_device) variables.emplace_back("UNBUFFERED_DEVICE=1");
+  return own_environment_with(variables);
 }
 
 }  // namespace
@@ -79,12 +47,14 @@ FilterProcess start_filter(Job const& job)
   ChannelEnds side_channel = socket_ends(SOCK_STREAM);
   ChannelEnds clock = socket_ends(SOCK_SEQPACKET);
 
-  pid_t const pid = fork();
-  if (pid < 0) throw std::runtime_error("fork");
-  if (pid == 0)
-    become_filter({input.get(), device.program.get(), messages.program.get(),
-                   back_channel.program.get(), side_channel.program.get()},
-                  clock.program.get(), job);
+  std::vector<std::string> words{"photo-queue"};
+  words.insert(words.end(), job.arguments.begin(), job.arguments.end());
+  std::vector<int> descriptors{input.get(), device.program.get(), messages.program.get(),
+                               back_channel.program.get(), side_channel.program.get()};
+  descriptors.resize(CLOCK, -1);
+  descriptors.push_back(clock.program.get());
+  pid_t const pid = start_program(
+      {job.program.empty() ? FILTER_PATH : job.program, words, environment_of(job), descriptors});
   return {pid,
           std::move(device.harness),
           std::move(messages.harness),

@@ -17,6 +17,7 @@ struct Job {
   std::string standard_input{};
   DeviceStream device = DeviceStream::Pipe;
   bool unbuffered_device = false;
+  std::string program{};  // what is started; the filter unless told otherwise
 };
 
 // A running filter and the other ends of its descriptors.

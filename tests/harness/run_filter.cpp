@@ -10,6 +10,8 @@
 #include <chrono>
 #include <csignal>
 
+#include "tests/harness/hex.h"
+
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -35,17 +37,6 @@ std::string receive_packet(FileDescriptor const& socket)
   ssize_t const size = recv(socket.get(), packet.data(), packet.size(), MSG_DONTWAIT);
   packet.resize(size > 0 ? static_cast<size_t>(size) : 0);
   return packet;
-}
-
-std::string hex_event(std::string const& name, std::string const& bytes)
-{
-  std::string text = name;
-  for (char byte : bytes) {
-    std::array<char, 4> digits;
-    snprintf(digits.data(), digits.size(), " %02x", static_cast<unsigned char>(byte));
-    text += digits.data();
-  }
-  return text + "\n";
 }
 
 std::string end_event(int wait_status)
@@ -120,11 +111,11 @@ private:
   {
     collect_messages();
     if (std::string const bytes = read_available(filter_.device); !bytes.empty()) {
-      transcript_.events += hex_event("device", bytes);
+      transcript_.events += "device " + hex(bytes) + "\n";
       printer_.hear_device(bytes);
     }
     if (std::string const frame = read_available(filter_.side_channel); !frame.empty()) {
-      transcript_.events += hex_event("request", frame);
+      transcript_.events += "request " + hex(frame) + "\n";
       printer_.hear_request(frame);
     }
   }

@@ -32,8 +32,9 @@ private:
   unsigned bits_;
 };
 
-Transcript run_without(std::string const& closed, std::string const& nulled, Job const& job)
+Transcript run_without(std::string const& closed, std::string const& nulled, Job job)
 {
+  job.program = CLOSING_START_PATH;
   setenv("CLOSED_DESCRIPTORS", closed.c_str(), 1);
   setenv("NULL_DESCRIPTORS", nulled.c_str(), 1);
   PrinterScript script;

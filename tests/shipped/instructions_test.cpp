@@ -1,23 +1,29 @@
 // How many instructions a further query takes in user space, the libraries' included.
 #include <gtest/gtest.h>
 
-#include "bench/player/callgrind.h"
-#include "bench/player/command_file.h"
+#include "tests/harness/callgrind.h"
+#include "tests/harness/command_file_text.h"
 #include "tests/harness/temporary_file.h"
+#include "tests/oracle/status_reply.h"
 
 namespace {
 
 constexpr int FURTHER = 10;
 constexpr double BAR = 25'000;
 
+double instructions_of_queries(int count)
+{
+  TemporaryFile const commands(command_file_text("ReportStatus", count));
+  return total(count_instructions(
+      {.words = {FILTER_PATH, "1", "user", "title", "1", "", commands.path()},
+       .answers = answers_for_queries(count),
+       .replies = std::vector(static_cast<size_t>(count), StatusReply{}.bytes())}));
+}
+
 // Start, wake-up and end of a job cancel out.
 double instructions_of_further_query()
 {
-  TemporaryFile const one(command_file_text("ReportStatus", 1));
-  TemporaryFile const many(command_file_text("ReportStatus", 1 + FURTHER));
-  return (total(count_instructions(FILTER_PATH, many.path()))
-          - total(count_instructions(FILTER_PATH, one.path())))
-         / FURTHER;
+  return (instructions_of_queries(1 + FURTHER) - instructions_of_queries(1)) / FURTHER;
 }
 
 }  // namespace

@@ -4,21 +4,24 @@
 #include <algorithm>
 #include <sstream>
 
-#include "bench/player/command_file.h"
-#include "bench/player/play.h"
-#include "tests/harness/temporary_file.h"
+#include "tests/harness/command_file_text.h"
+#include "tests/harness/run_filter.h"
+#include "tests/oracle/reasons.h"
+#include "tests/oracle/status_reply.h"
 
 namespace {
 
 constexpr size_t WAKE_UP = 3;  // its brackets, the dump of the command
 constexpr size_t QUERY = 9;    // the directive, two pairs of brackets, two dumps, two results
 constexpr size_t LEVELS = 6;   // the log line, five attributes
-constexpr size_t REASONS = 19;
+
+size_t reasons() { return known_reasons().size(); }
 
 std::vector<std::string> writes(std::string const& directive, int count)
 {
-  TemporaryFile const file(command_file_text(directive, count));
-  return play({{FILTER_PATH}, file.path(), Messages::Packets}).messages;
+  PrinterScript script;
+  script.replies.assign(static_cast<size_t>(count), {{StatusReply{}.bytes()}});
+  return run_commands(command_file_text(directive, count), script).writes;
 }
 
 bool is_dump(std::string const& text)
@@ -33,9 +36,9 @@ bool is_dump(std::string const& text)
 
 TEST(Writes, AreOneForEachLineOrDump)
 {
-  EXPECT_EQ(writes("ReportStatus", 1).size(), WAKE_UP + QUERY + REASONS);
-  EXPECT_EQ(writes("ReportStatus", 5).size(), WAKE_UP + 5 * (QUERY + REASONS));
-  EXPECT_EQ(writes("ReportLevels", 1).size(), WAKE_UP + QUERY + LEVELS + REASONS);
+  EXPECT_EQ(writes("ReportStatus", 1).size(), WAKE_UP + QUERY + reasons());
+  EXPECT_EQ(writes("ReportStatus", 5).size(), WAKE_UP + 5 * (QUERY + reasons()));
+  EXPECT_EQ(writes("ReportLevels", 1).size(), WAKE_UP + QUERY + LEVELS + reasons());
 }
 
 TEST(Writes, HoldWholeLines)

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "simulator_process.h"
-#include "tcp_peer.h"
+#include "tests/harness/simulator_process.h"
+#include "tests/harness/tcp_peer.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // The real simulator as a child process: its messages, its standard input, its end.
-#include "simulator_process.h"
+#include "tests/harness/simulator_process.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -1,10 +1,10 @@
 // Reads the profile that Callgrind leaves: which object's code spent how many instructions.
-#include "bench/player/callgrind.h"
+#include "tests/harness/callgrind.h"
 
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 
-#include "bench/player/play.h"
 #include "tests/harness/temporary_file.h"
 
 namespace {
@@ -50,12 +50,14 @@ Instructions read_profile(std::istream& profile)
 
 }  // namespace
 
-Instructions count_instructions(std::string const& program, std::string const& command_file)
+Instructions count_instructions(AnsweredProgram program)
 {
   TemporaryFile const profile("");
-  play({.program = {"/usr/bin/valgrind", "-q", "--tool=callgrind",
-                    "--callgrind-out-file=" + profile.path(), program},
-        .command_file = command_file});
+  program.words.insert(program.words.begin(), {"/usr/bin/valgrind", "-q", "--tool=callgrind",
+                                               "--callgrind-out-file=" + profile.path()});
+  AnsweredRun const run = run_answered(program);
+  if (run.exit_status != 0)
+    throw std::runtime_error("a program failed after saying:\n" + run.messages);
   std::ifstream file(profile.path());
   return read_profile(file);
 }

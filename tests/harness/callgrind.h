@@ -5,11 +5,12 @@
 #include <map>
 #include <string>
 
+#include "tests/harness/answered_run.h"
+
 // By object file, named by the last part of its path.
 using Instructions = std::map<std::string, double>;
 
-// Runs the program once on the command file, under Callgrind. Throws std::runtime_error when
-// that fails.
-Instructions count_instructions(std::string const& program, std::string const& command_file);
+// Runs the program once under Callgrind. Throws std::runtime_error when that fails.
+Instructions count_instructions(AnsweredProgram program);
 
 double total(Instructions const& instructions);

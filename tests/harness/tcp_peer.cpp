@@ -1,5 +1,5 @@
 // The other side of a connection to the simulator, as a spooler's backend would be.
-#include "tcp_peer.h"
+#include "tests/harness/tcp_peer.h"
 
 #include <gtest/gtest.h>
 #include <linux/tcp.h>
