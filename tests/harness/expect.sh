@@ -1,80 +1,72 @@
-#shellcheck shell = bash
-#What a shell test expects.A failure says where in the test, what is and what should be; the
-#test goes on after it, and ends with `expect_end`.
+# shellcheck shell=bash
+# What a shell test expects. A failure says where in the test, what is and what should be; the
+# test goes on after it, and ends with `expect_end`.
 
-expectations = 0 failures = 0 expect_shown ='' #the text that a failure showed last;
-it is not shown twice in a row EXPECT_LINES = 30 #of a text are shown
+expectations=0
+failures=0
+expect_shown='' # the text that a failure showed last; it is not shown twice in a row
+EXPECT_LINES=30 # of a text are shown
 
-#expect WHAT IS SHOULD : compares two texts byte by byte.
-expect(){expectations = $((expectations + 1)) [[$2 == "$3"]]
-                        || expect_failed
-                        "$1"
-                        "$(expect_first_difference " $2 " " $3 ")"}
-
-#expect_part WHAT TEXT PART : the part stands somewhere in the text.
-expect_part(){expectations = $((expectations + 1)) [[$2 == *"$3" * ]]
-                             || expect_text_failed
-                             "$1"
-                             "should be in it: \"$3\""
-                             "$2"}
-
-#expect_no_part WHAT TEXT PART : the part stands nowhere in the text.An empty text lacks
-#nothing : its program has not run.
-expect_no_part(){expectations = $((expectations + 1)) [[$2 && $2 != *"$3" * ]]
-                                || expect_text_failed
-                                "$1"
-                                "should be something without \"$3\""
-                                "$2"}
-
-#expect_that WHAT COMMAND[ARGUMENT...] : the command succeeds; what it writes is shown if not .
-#It runs in a shell of its own.
-expect_that()
-{
-  local written expectations = $((expectations + 1)) written = $("${@:2}" 2 > &1)
-                                                               || expect_text_failed
-                                                               "$1"
-                                                               "should succeed: ${*:2}"
-                                                               "$written"
+# expect WHAT IS SHOULD: compares two texts byte by byte.
+expect() {
+  expectations=$((expectations + 1))
+  [[ $2 == "$3" ]] || expect_failed "$1" "$(expect_first_difference "$2" "$3")"
 }
 
-not() { !"$@"; }
+# expect_part WHAT TEXT PART: the part stands somewhere in the text.
+expect_part() {
+  expectations=$((expectations + 1))
+  [[ $2 == *"$3"* ]] || expect_text_failed "$1" "should be in it: \"$3\"" "$2"
+}
 
-#expect_failed WHAT TEXT : counts a failure and tells it, with the line of the test.
+# expect_no_part WHAT TEXT PART: the part stands nowhere in the text. An empty text lacks
+# nothing: its program has not run.
+expect_no_part() {
+  expectations=$((expectations + 1))
+  [[ $2 && $2 != *"$3"* ]] || expect_text_failed "$1" "should be something without \"$3\"" "$2"
+}
+
+# expect_that WHAT COMMAND [ARGUMENT...]: the command succeeds; what it writes is shown if not.
+# It runs in a shell of its own.
+expect_that() {
+  local written
+  expectations=$((expectations + 1))
+  written=$("${@:2}" 2>&1) || expect_text_failed "$1" "should succeed: ${*:2}" "$written"
+}
+
+not() { ! "$@"; }
+
+# expect_failed WHAT TEXT: counts a failure and tells it, with the line of the test.
 expect_failed() {
   failures=$((failures + 1))
   printf 'FAILED: %s:%s: %s\n' "${0##*/}" "${BASH_LINENO[-2]}" "$1"
   echo "  ${2//$'\n'/$'\n'  }"
 }
 
-#expect_text_failed WHAT WISH TEXT : the same for a whole text.
-expect_text_failed()
-{
+# expect_text_failed WHAT WISH TEXT: the same for a whole text.
+expect_text_failed() {
   expect_failed "$1" "$2"
   case $3 in
-    '') echo '  is nothing' ;
-  ;
-    "$expect_shown") echo '  is the text above' ;
-    ;
-    *) head -n "$EXPECT_LINES" <<<"  | ${3//$'\n'/$'\n'  | }" ;
-    ;
-    esac expect_shown = $3
+    '') echo '  is nothing' ;;
+    "$expect_shown") echo '  is the text above' ;;
+    *) head -n "$EXPECT_LINES" <<<"  | ${3//$'\n'/$'\n'  | }" ;;
+  esac
+  expect_shown=$3
 }
 
-#The first line in which two texts differ.
-expect_first_difference()
-{
-  local is should line = 0 mapfile - t is < < < "$1" mapfile - t should
-                         < < < "$2" while[[${is[line] - no line} == "${should[line]-no line}"]];
-  do line = $((line + 1));
-  done((
-      $ { #is[@] } == 1 && $ { #should[@] } == 1))
-      || echo "line $((line + 1))"((line < $ { #is[@] })) && echo "is        \"${is[line]}\""
-      || echo 'is        missing'((line < $ { #should[@] })) && echo "should be \"${should[line]}\""
-      || echo 'should be missing'
+# The first line in which two texts differ.
+expect_first_difference() {
+  local is should line=0
+  mapfile -t is <<<"$1"
+  mapfile -t should <<<"$2"
+  while [[ ${is[line]-no line} == "${should[line]-no line}" ]]; do line=$((line + 1)); done
+  ((${#is[@]} == 1 && ${#should[@]} == 1)) || echo "line $((line + 1))"
+  ((line < ${#is[@]})) && echo "is        \"${is[line]}\"" || echo 'is        missing'
+  ((line < ${#should[@]})) && echo "should be \"${should[line]}\"" || echo 'should be missing'
 }
 
-#The last line of a test : its status is the test's.
-expect_end()
-{
-  echo "$expectations expectations, $failures failed"((expectations > 0 && failures == 0))
+# The last line of a test: its status is the test's.
+expect_end() {
+  echo "$expectations expectations, $failures failed"
+  ((expectations > 0 && failures == 0))
 }
