@@ -15,6 +15,10 @@ done
 
 expect 'the first line of debian/changelog' "$(head -n 1 "$root/debian/changelog")" \
   "printer-driver-velmo-command ($version) unstable; urgency=medium"
+expect 'the version in packaging/commandtovelmo.spec' \
+  "$(sed -n 's/^Version: *//p' "$root/packaging/commandtovelmo.spec")" "$version"
+expect_part 'the newest change in packaging/commandtovelmo.spec' \
+  "$(grep -m 1 '^[*] ' "$root/packaging/commandtovelmo.spec")" " - $version-1"
 expect 'the first version of CHANGELOG.md' \
   "$(sed -n 's/^## \([0-9.]*\).*/\1/p' "$root/CHANGELOG.md" | head -n 1)" "$version"
 expect_end
