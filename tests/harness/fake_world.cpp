@@ -1,12 +1,9 @@
-// The calls as the fake world answers them.
+// What the played world answers to each call, and how it takes the call down.
 #include "tests/harness/fake_world.h"
 
-#include <algorithm>
 #include <cstdio>
-#include <cstring>
 
 #include "tests/harness/hex.h"
-#include "tests/harness/replaced_calls.h"
 
 namespace {
 
@@ -28,67 +25,9 @@ std::string seconds(double value)
   return text;
 }
 
-std::size_t play_fwrite(void const* data, std::size_t size, std::size_t count, FILE* stream)
-{
-  if (stream != stdout) return REAL_CALLS.fwrite(data, size, count, stream);
-  world->note("fwrite(" + std::to_string(size) + " x " + std::to_string(count) + ": "
-              + hex({static_cast<char const*>(data), size * count}) + ")");
-  return next(world->fwrite_results, count);
-}
-
-int play_fflush(FILE* stream)
-{
-  if (stream != stdout) return REAL_CALLS.fflush(stream);
-  world->note("fflush(stdout)");
-  return next(world->fflush_results, 0);
-}
-
-int play_side_channel_request(cups_sc_command_t command, char* data, int* length, double timeout)
-{
-  world->note("cupsSideChannelDoRequest(" + std::to_string(command) + ", room for "
-              + std::to_string(*length) + ", " + seconds(timeout) + ")");
-  auto const brought = std::min(static_cast<std::size_t>(*length), world->drain_data.size());
-  memcpy(data, world->drain_data.data(), brought);
-  *length = static_cast<int>(brought);
-  return next<int>(world->drain_statuses, CUPS_SC_STATUS_OK);
-}
-
-ssize_t play_back_channel_read(char* buffer, std::size_t room, double timeout)
-{
-  world->note("cupsBackChannelRead(room for " + std::to_string(room) + ", " + seconds(timeout)
-              + ")");
-  FakeWorld::Read piece = next(world->reads, FakeWorld::Read{});
-  if (piece.bytes.empty()) return piece.result;
-  auto const brought = std::min(room, piece.bytes.size());
-  memcpy(buffer, piece.bytes.data(), brought);
-  if (brought < piece.bytes.size()) world->reads.push_front({piece.bytes.substr(brought)});
-  return static_cast<ssize_t>(brought);
-}
-
-unsigned play_sleep(unsigned duration)
-{
-  world->note("sleep(" + std::to_string(duration) + ")");
-  return world->unslept;
-}
-
-int play_usleep(useconds_t duration)
-{
-  world->note("usleep(" + std::to_string(duration) + ")");
-  return 0;
-}
-
 }  // namespace
 
-FakeWorld::FakeWorld()
-{
-  world = this;
-  replaced_calls.fwrite = play_fwrite;
-  replaced_calls.fflush = play_fflush;
-  replaced_calls.sleep = play_sleep;
-  replaced_calls.usleep = play_usleep;
-  replaced_calls.side_channel_request = play_side_channel_request;
-  replaced_calls.back_channel_read = play_back_channel_read;
-}
+FakeWorld::FakeWorld() { world = this; }
 
 FakeWorld::~FakeWorld() { world = nullptr; }
 
@@ -105,4 +44,46 @@ std::string FakeWorld::transcript()
   std::string all = events + messages.take();
   events.clear();
   return all;
+}
+
+std::optional<Outcome> FakeWorld::meet(Call const& call)
+{
+  using Kind = Call::Kind;
+  switch (call.kind) {
+    case Kind::Write: {
+      auto const count = call.text.size() / static_cast<std::size_t>(call.number);
+      note("fwrite(" + std::to_string(call.number) + " x " + std::to_string(count) + ": "
+           + hex(call.text) + ")");
+      return Outcome{static_cast<long>(next(fwrite_results, count))};
+    }
+    case Kind::Flush:
+      note("fflush(stdout)");
+      return Outcome{next(fflush_results, 0)};
+    case Kind::Request:
+      note("cupsSideChannelDoRequest(" + std::to_string(call.number) + ", room for "
+           + std::to_string(call.room) + ", " + seconds(call.timeout) + ")");
+      return Outcome{next<int>(drain_statuses, CUPS_SC_STATUS_OK), drain_data};
+    case Kind::Read:
+      note("cupsBackChannelRead(room for " + std::to_string(call.room) + ", "
+           + seconds(call.timeout) + ")");
+      return read(static_cast<std::size_t>(call.room));
+    case Kind::Sleep:
+      note("sleep(" + std::to_string(call.number) + ")");
+      return Outcome{unslept};
+    case Kind::Pause:
+      note("usleep(" + std::to_string(call.number) + ")");
+      return Outcome{};
+    default:
+      return std::nullopt;
+  }
+}
+
+Outcome FakeWorld::read(std::size_t room)
+{
+  piece = next(reads, Read{});
+  if (piece.bytes.size() > room) {
+    reads.push_front({piece.bytes.substr(room)});
+    piece.bytes.resize(room);
+  }
+  return {piece.result, piece.bytes};
 }

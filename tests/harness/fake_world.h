@@ -8,11 +8,11 @@
 #include <deque>
 #include <string>
 
-#include "tests/harness/replaced_calls.h"
+#include "tests/harness/outside_calls.h"
 #include "tests/harness/stderr_capture.h"
 
-// While a FakeWorld lives, the calls fwrite and fflush on standard output,
-// cupsSideChannelDoRequest, cupsBackChannelRead, sleep and usleep come here.
+// While a FakeWorld lives, the calls of OutsideCalls come here, all but messages, which go to
+// standard error as always and are captured there.
 class FakeWorld {
 public:
   // One result of cupsBackChannelRead: these bytes, or, without any, this number. What
@@ -46,7 +46,11 @@ public:
   static FakeWorld* current();
 
 private:
-  ReplacementScope scope;
+  std::optional<Outcome> meet(Call const& call);
+  Outcome read(std::size_t room);
+
   StderrCapture messages;
   std::string events;
+  Read piece;
+  OutsideCalls calls{[this](Call const& call) { return meet(call); }};
 };

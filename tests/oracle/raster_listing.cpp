@@ -92,7 +92,20 @@ std::string listed_name(Names const& names, int value)
   return value == 0 ? rest.substr(0, rest.find(' ')) : "";
 }
 
-std::string name_text(std::string const& type, int value)
+std::string value_text(std::string const& holds, char const* place)
+{
+  if (holds == "text") return place;
+  int values[2];
+  std::memcpy(values, place, sizeof values[0]);
+  if (holds == "number") return std::to_string(values[0]);
+  if (holds != "pair") return raster_name(holds, values[0]);
+  std::memcpy(values, place, sizeof values);
+  return "(" + std::to_string(values[0]) + "," + std::to_string(values[1]) + ")";
+}
+
+}  // namespace
+
+std::string raster_name(std::string const& type, int value)
 {
   static constexpr char DIGITS[] = "0123456789ABCDEF";
   if (type == "cups_cspace_e" && value >= 32 && value <= 46)
@@ -107,20 +120,7 @@ std::string name_text(std::string const& type, int value)
   return type + "(" + std::to_string(value) + ")";
 }
 
-std::string value_text(std::string const& holds, char const* place)
-{
-  if (holds == "text") return place;
-  int values[2];
-  std::memcpy(values, place, sizeof values[0]);
-  if (holds == "number") return std::to_string(values[0]);
-  if (holds != "pair") return name_text(holds, values[0]);
-  std::memcpy(values, place, sizeof values);
-  return "(" + std::to_string(values[0]) + "," + std::to_string(values[1]) + ")";
-}
-
-}  // namespace
-
-std::string expected_listing(cups_page_header_t const& header)
+std::string raster_listing(cups_page_header_t const& header)
 {
   auto const* const bytes = reinterpret_cast<char const*>(&header);
   std::string text;
