@@ -10,7 +10,7 @@ struct PrinterStateReason {
 // and has no keyword. Several codes may share one keyword.
 extern PrinterStateReason const PRINTER_STATE_REASONS[38];
 
-// Two roles, one keyword on purpose: nothing could be had from the printer, and the
+// Kept: two roles share one keyword: nothing could be had from the printer, and the
 // printer reports a code that is not in the table.
 inline constexpr char const* UNAVAILABLE_REASON = "com.velmo-error0023";
 inline constexpr char const* UNDEFINED_ERROR_REASON = "com.velmo-error0023";
