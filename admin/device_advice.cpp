@@ -1,0 +1,32 @@
+// What is worth knowing about a queue's device before its printer is asked.
+#include "admin/device_advice.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+// The backends that hand a printer's answers to a filter as they come.
+constexpr std::array<std::string_view, 4> ANSWERING = {"socket", "usb", "serial", "parallel"};
+
+}  // namespace
+
+std::string device_without_answers(std::string_view device)
+{
+  std::string_view const scheme = device.substr(0, device.find(':'));
+  if (std::ranges::find(ANSWERING, scheme) != ANSWERING.end()) return {};
+  return "the backend of a device " + std::string(scheme)
+         + ": passes no answers of the printer on, so neither level nor errors can be had; "
+           "socket: and usb: do";
+}
+
+std::string device_without_snmp(std::string_view device)
+{
+  constexpr std::string_view SCHEME = "socket://";
+  if (!device.starts_with(SCHEME) || device.find("snmp=") != std::string_view::npos) return {};
+  std::string changed(device);
+  if (device.find('?') != std::string_view::npos) return changed + "&snmp=false";
+  // With a port, the scheduler takes options only behind a slash.
+  if (device.find('/', SCHEME.size()) == std::string_view::npos) changed += '/';
+  return changed + "?snmp=false";
+}

@@ -1,0 +1,74 @@
+// velmoctl list: every queue of the scheduler, and how it stands.
+#include "admin/list_command.h"
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "admin/output.h"
+#include "admin/ppd_attach.h"
+#include "admin/ppd_transfer.h"
+#include "admin/queue.h"
+
+namespace {
+
+struct ListedQueue {
+  char const* attached;  // "yes", "no" or "broken"
+  std::string problem;   // empty unless broken
+};
+
+// A filter that is named well may still be one that the scheduler does not start.
+std::string scheduler_problem(Queue const& queue)
+{
+  for (std::string const& reason : queue.reasons)
+    if (reason == "cups-missing-filter-warning" || reason == "cups-insecure-filter-warning")
+      return "the scheduler does not start a filter of the queue (" + reason + ")";
+  if (!queue.isAttached()) return "the scheduler offers other commands than the PPD file lists";
+  return {};
+}
+
+ListedQueue look_at(Scheduler const& scheduler, Queue const& queue)
+{
+  PpdAnswer const ppd = get_ppd(scheduler, queue.name);
+  if (!ppd.ppd && ppd.is_missing) return {"no", {}};
+  if (!ppd.ppd) return {"broken", "its PPD file cannot be read: " + ppd.error};
+  Attachment attachment = read_attachment(*ppd.ppd);
+  if (!attachment.is_attached) return {"no", {}};
+  if (attachment.problem.empty()) attachment.problem = scheduler_problem(queue);
+  if (attachment.problem.empty()) return {"yes", {}};
+  return {"broken", std::move(attachment.problem)};
+}
+
+std::string as_line(Queue const& queue, ListedQueue const& listed)
+{
+  std::string const name = printable(queue.name) + ": ";
+  if (!listed.problem.empty()) return name + "broken: " + printable(listed.problem);
+  return name + (std::string_view(listed.attached) == "yes" ? "attached" : "not attached");
+}
+
+nlohmann::ordered_json as_json_object(Queue const& queue, ListedQueue const& listed)
+{
+  nlohmann::ordered_json object{{"queue", queue.name}, {"attached", listed.attached}};
+  object["problem"] = nullptr;
+  if (!listed.problem.empty()) object["problem"] = listed.problem;
+  object["device"] = queue.device;
+  return object;
+}
+
+}  // namespace
+
+int run_list(Scheduler const& scheduler, bool as_json)
+{
+  QueuesAnswer const answer = get_queues(scheduler);
+  if (!answer.error.empty()) return complain({}, answer.error), 1;
+  nlohmann::ordered_json array = nlohmann::ordered_json::array();
+  for (Queue const& queue : answer.queues) {
+    ListedQueue const listed = look_at(scheduler, queue);
+    if (as_json)
+      array.push_back(as_json_object(queue, listed));
+    else
+      say(as_line(queue, listed));
+  }
+  // Bytes that are no UTF-8 are shown as such, not taken for the end of the program.
+  if (as_json) say(array.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
+  return 0;
+}

@@ -1,0 +1,139 @@
+// velmoctl: attaches print queues to the filter and shows what their printers say.
+#include <CLI/CLI.hpp>
+#include <csignal>
+#include <span>
+
+#include "admin/attach_command.h"
+#include "admin/list_command.h"
+#include "admin/output.h"
+#include "admin/version.h"
+
+namespace {
+
+struct Arguments {
+  std::string server;
+  AttachOptions attach;
+  AttachOptions detach;
+  bool list_as_json = false;
+};
+
+void add_queues(CLI::App& command, std::vector<std::string>& queues)
+{
+  command.add_option("QUEUE", queues, "Names of queues; -- in front of one with a leading dash")
+      ->required();
+}
+
+void add_change_rules(CLI::App& command, ChangeRules& rules)
+{
+  command.add_flag("--dry-run", rules.dry_run,
+                   "Show how the PPD file would change, change nothing");
+  command.add_flag("--while-printing", rules.while_printing,
+                   "Also if the queue is printing: the job is printed anew");
+}
+
+CLI::App* add_attach(CLI::App& app, AttachOptions& options)
+{
+  CLI::App* const command =
+      app.add_subcommand("attach", "Have the scheduler start the filter for a queue");
+  add_change_rules(*command, options.rules);
+  command->add_flag("--replace", options.replace,
+                    "Replace a command filter, commands or texts that the PPD file has");
+  auto* const texts = command->add_option("--reason-texts", options.reason_texts,
+                                          "Texts for the printer's errors, lines of KEYWORD TEXT; "
+                                          "- is standard input");
+  texts->type_name("FILE");
+  command->add_flag("--no-reason-texts", options.no_reason_texts, "Take out texts given earlier")
+      ->excludes(texts);
+  add_queues(*command, options.queues);
+  return command;
+}
+
+CLI::App* add_detach(CLI::App& app, AttachOptions& options)
+{
+  CLI::App* const command =
+      app.add_subcommand("detach", "Give a queue its PPD file of before attach back");
+  add_change_rules(*command, options.rules);
+  add_queues(*command, options.queues);
+  return command;
+}
+
+CLI::App* add_list(CLI::App& app, bool& as_json)
+{
+  CLI::App* const command =
+      app.add_subcommand("list", "Show which queues are attached, and which of them are broken");
+  command->add_flag("--json", as_json, "As JSON");
+  return command;
+}
+
+int with_scheduler(Arguments const& arguments, CLI::App const& command)
+{
+  Scheduler const scheduler = connect(arguments.server);
+  if (!scheduler.http) {
+    complain({}, "the scheduler at " + scheduler.server
+                     + " cannot be reached; start it, or name another with -h");
+    return 1;
+  }
+  if (command.get_name() == "attach") return run_attach(scheduler, arguments.attach);
+  if (command.get_name() == "detach") return run_detach(scheduler, arguments.detach);
+  return run_list(scheduler, arguments.list_as_json);
+}
+
+// CLI11 takes "[photo]" for a list of one. A mark at its end, which is in no queue's name,
+// keeps it whole.
+constexpr char WHOLE = '\n';
+
+std::vector<std::string> marked_arguments(std::span<char*> arguments)
+{
+  // The parser takes them from the last to the first.
+  std::vector<std::string> marked(arguments.rbegin(), arguments.rend());
+  for (std::string& argument : marked)
+    if (argument.starts_with('[')) argument += WHOLE;
+  return marked;
+}
+
+void unmark(std::string& argument)
+{
+  if (argument.starts_with('[') && argument.ends_with(WHOLE)) argument.pop_back();
+}
+
+void unmark(AttachOptions& options)
+{
+  for (std::string& queue : options.queues) unmark(queue);
+  if (options.reason_texts) unmark(*options.reason_texts);
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+  // A reader that goes away is noticed when the output is written.
+  std::signal(SIGPIPE, SIG_IGN);
+  Arguments arguments;
+  CLI::App app("Attaches print queues to commandtovelmo, the command filter for Velmo printers.",
+               "velmoctl");
+  app.set_help_flag("--help", "Show this text");
+  app.set_version_flag("--version", "velmoctl " VELMO_VERSION, "Show the version");
+  app.add_option("-h", arguments.server, "The scheduler; else that of CUPS_SERVER or client.conf")
+      ->type_name("HOST[:PORT]");
+  app.require_subcommand(1);
+  app.fallthrough();
+  add_attach(app, arguments.attach);
+  add_detach(app, arguments.detach);
+  add_list(app, arguments.list_as_json);
+
+  try {
+    app.parse(marked_arguments(std::span(argv, static_cast<std::size_t>(argc)).subspan(1)));
+  } catch (CLI::Success const& answer) {
+    app.exit(answer);
+    return is_output_written() ? 0 : 1;
+  } catch (CLI::ParseError const& error) {
+    complain({}, std::string(error.what()) + "; see velmoctl --help");
+    return 2;
+  }
+  unmark(arguments.attach);
+  unmark(arguments.detach);
+  int const status = with_scheduler(arguments, *app.get_subcommands().front());
+  if (is_output_written()) return status;
+  if (status == 0) complain({}, "apart from that, what was asked for is done");
+  return 1;
+}

@@ -1,0 +1,116 @@
+// What the scheduler says about a queue.
+#include "admin/queue.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+constexpr char const* ATTRIBUTES[] = {"device-uri",
+                                      "marker-change-time",
+                                      "marker-levels",
+                                      "marker-message",
+                                      "marker-names",
+                                      "member-names",
+                                      "printer-commands",
+                                      "printer-is-accepting-jobs",
+                                      "printer-make-and-model",
+                                      "printer-name",
+                                      "printer-state",
+                                      "printer-state-message",
+                                      "printer-state-reasons",
+                                      "printer-type",
+                                      "printer-up-time",
+                                      "queued-job-count"};
+
+void ask_for_attributes(Ipp const& request)
+{
+  ippAddStrings(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
+                static_cast<int>(std::size(ATTRIBUTES)), nullptr, ATTRIBUTES);
+}
+
+// The values of a list, without the "none" that stands for an empty one.
+std::vector<std::string> texts(ipp_attribute_t* attribute)
+{
+  std::vector<std::string> values;
+  for (int i = 0; i < ippGetCount(attribute); ++i) {
+    char const* const value = ippGetString(attribute, i, nullptr);
+    if (value && std::string_view(value) != "none") values.emplace_back(value);
+  }
+  return values;
+}
+
+std::string text(ipp_attribute_t* attribute)
+{
+  char const* const value = ippGetString(attribute, 0, nullptr);
+  return value ? value : "";
+}
+
+void read_attribute(ipp_attribute_t* attribute, Queue& queue)
+{
+  std::string_view const name = ippGetName(attribute);
+  if (name == "printer-name") queue.name = text(attribute);
+  if (name == "printer-type")
+    queue.is_class = (ippGetInteger(attribute, 0) & CUPS_PRINTER_CLASS) != 0;
+  if (name == "member-names") queue.members = texts(attribute);
+  if (name == "printer-state") queue.state = static_cast<ipp_pstate_t>(ippGetInteger(attribute, 0));
+  if (name == "printer-state-message") queue.state_message = text(attribute);
+  if (name == "printer-state-reasons") queue.reasons = texts(attribute);
+  if (name == "printer-is-accepting-jobs") queue.accepting = ippGetBoolean(attribute, 0) != 0;
+  if (name == "queued-job-count") queue.jobs = ippGetInteger(attribute, 0);
+  if (name == "device-uri") queue.device = text(attribute);
+  if (name == "printer-make-and-model") queue.model = text(attribute);
+  if (name == "printer-commands") queue.commands = texts(attribute);
+  if (name == "marker-levels") queue.level = ippGetInteger(attribute, 0);
+  if (name == "marker-names") queue.ribbon = text(attribute);
+  if (name == "marker-message") queue.message = text(attribute);
+  if (name == "marker-change-time") queue.level_time = ippGetInteger(attribute, 0);
+  if (name == "printer-up-time") queue.up_time = ippGetInteger(attribute, 0);
+}
+
+// The groups of printer attributes, each of which is a queue.
+std::vector<Queue> read_queues(ipp_t* answer)
+{
+  std::vector<Queue> queues;
+  bool inside = false;
+  for (auto* it = ippFirstAttribute(answer); it; it = ippNextAttribute(answer)) {
+    bool const is_printer = ippGetGroupTag(it) == IPP_TAG_PRINTER && ippGetName(it);
+    if (is_printer && !inside) queues.emplace_back();
+    inside = is_printer;
+    if (is_printer) read_attribute(it, queues.back());
+  }
+  return queues;
+}
+
+}  // namespace
+
+bool Queue::isAttached() const
+{
+  return commands == std::vector<std::string>{"ReportLevels", "ReportStatus"};
+}
+
+QueueAnswer get_queue(Scheduler const& scheduler, std::string const& name)
+{
+  Ipp request = make_request(IPP_OP_GET_PRINTER_ATTRIBUTES, name);
+  ask_for_attributes(request);
+  Answer const answer = send(scheduler, std::move(request), "/");
+  if (answer.status == IPP_STATUS_ERROR_NOT_FOUND)
+    return {{}, "there is no such queue; velmoctl list names those there are"};
+  if (!answer.error.empty()) return {{}, answer.error};
+  std::vector<Queue> queues = read_queues(answer.ipp.get());
+  if (queues.size() != 1) return {{}, "the scheduler says nothing about this queue"};
+  return {std::move(queues.front()), {}};
+}
+
+QueuesAnswer get_queues(Scheduler const& scheduler)
+{
+  Ipp request = make_request(IPP_OP_CUPS_GET_PRINTERS, {});
+  ask_for_attributes(request);
+  Answer const answer = send(scheduler, std::move(request), "/");
+  // A scheduler without any queue has nothing to show.
+  if (answer.status == IPP_STATUS_ERROR_NOT_FOUND) return {};
+  if (!answer.error.empty()) return {{}, answer.error};
+  std::vector<Queue> queues = read_queues(answer.ipp.get());
+  std::erase_if(queues, [](Queue const& it) { return it.is_class; });
+  return {std::move(queues), {}};
+}

@@ -1,0 +1,90 @@
+// A connection to one scheduler, and the requests that are sent over it.
+#include "admin/scheduler.h"
+
+namespace {
+
+constexpr int CONNECT_MILLISECONDS = 10'000;
+// An upload may make the scheduler look for many filters before it answers.
+constexpr double ANSWER_SECONDS = 60;
+
+// Gives up a connection that has said nothing for so long.
+int give_up(http_t* /*http*/, void* /*data*/) { return 0; }
+
+// In our own words: libcups would answer in the language of the environment.
+std::string error_text(ipp_status_t status)
+{
+  switch (status) {
+    case IPP_STATUS_ERROR_FORBIDDEN:
+    case IPP_STATUS_ERROR_NOT_AUTHENTICATED:
+    case IPP_STATUS_ERROR_NOT_AUTHORIZED:
+    case IPP_STATUS_ERROR_CUPS_AUTHENTICATION_CANCELED:
+      return "the scheduler does not let the user " + std::string(cupsUser())
+             + " do this; run it as root or as a user whom its policy names";
+    case IPP_STATUS_ERROR_NOT_FOUND:
+      return "the scheduler does not know it";
+    case IPP_STATUS_ERROR_SERVICE_UNAVAILABLE:
+    case IPP_STATUS_ERROR_INTERNAL:
+      return "the scheduler gave no answer; its error_log says why";
+    default:
+      return "the scheduler answers " + std::string(ippErrorString(status));
+  }
+}
+
+// What the scheduler itself says about its refusal.
+std::string status_message(ipp_t* answer)
+{
+  ipp_attribute_t* const message = ippFindAttribute(answer, "status-message", IPP_TAG_TEXT);
+  char const* const text = message ? ippGetString(message, 0, nullptr) : nullptr;
+  return text ? " (" + std::string(text) + ")" : std::string();
+}
+
+}  // namespace
+
+Scheduler connect(std::string const& server)
+{
+  if (!server.empty()) cupsSetServer(server.c_str());
+  Scheduler scheduler{server.empty() ? cupsServer() : server, nullptr};
+  scheduler.http.reset(httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(),
+                                    1, CONNECT_MILLISECONDS, nullptr));
+  if (scheduler.http) httpSetTimeout(scheduler.http.get(), ANSWER_SECONDS, give_up, nullptr);
+  return scheduler;
+}
+
+// The language is fixed, so that no answer depends on the environment.
+Ipp make_request(ipp_op_t operation, std::string const& queue)
+{
+  Ipp request(ippNew());
+  ippSetOperation(request.get(), operation);
+  ippSetRequestId(request.get(), 1);
+  ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_CHARSET, "attributes-charset", nullptr,
+               "utf-8");
+  ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_LANGUAGE, "attributes-natural-language",
+               nullptr, "en");
+  if (!queue.empty()) {
+    char uri[HTTP_MAX_URI];
+    httpAssembleURIf(HTTP_URI_CODING_ALL, uri, sizeof uri, "ipp", nullptr, "localhost", 0,
+                     "/printers/%s", queue.c_str());
+    ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_URI, "printer-uri", nullptr, uri);
+  }
+  ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr,
+               cupsUser());
+  return request;
+}
+
+Answer send(Scheduler const& scheduler, Ipp request, char const* resource, int in, int out)
+{
+  Answer answer{Ipp(cupsDoIORequest(scheduler.http.get(), request.release(), resource, in, out)),
+                IPP_STATUS_OK,
+                {}};
+  answer.status = answer.ipp ? ippGetStatusCode(answer.ipp.get()) : cupsLastError();
+  if (!answer.ipp && answer.status < IPP_STATUS_ERROR_BAD_REQUEST)
+    answer.status = IPP_STATUS_ERROR_SERVICE_UNAVAILABLE;
+  if (answer.status >= IPP_STATUS_REDIRECTION_OTHER_SITE)
+    answer.error = error_text(answer.status) + status_message(answer.ipp.get());
+  return answer;
+}
+
+void add_keyword(Ipp const& request, ipp_tag_t group, char const* name, char const* value)
+{
+  ippAddString(request.get(), group, IPP_TAG_KEYWORD, name, nullptr, value);
+}

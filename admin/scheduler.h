@@ -1,0 +1,41 @@
+// A connection to one scheduler, and the requests that are sent over it.
+#pragma once
+
+#include <cups/cups.h>
+
+#include <memory>
+#include <string>
+
+struct CloseHttp {
+  void operator()(http_t* http) const { httpClose(http); }
+};
+struct DeleteIpp {
+  void operator()(ipp_t* ipp) const { ippDelete(ipp); }
+};
+using Ipp = std::unique_ptr<ipp_t, DeleteIpp>;
+
+struct Scheduler {
+  std::string server;  // as the user named it, or as libcups found it
+  std::unique_ptr<http_t, CloseHttp> http;
+};
+
+// What came back: the answer, or why there is none.
+struct Answer {
+  Ipp ipp;  // null without an answer
+  ipp_status_t status;
+  std::string error;  // empty if the scheduler did what it was asked for
+};
+
+// Connects to HOST[:PORT] or a socket's path; empty is what CUPS_SERVER and client.conf say.
+// Without a connection `http` is null.
+Scheduler connect(std::string const& server);
+
+// A request about one queue, or with an empty name about none.
+Ipp make_request(ipp_op_t operation, std::string const& queue);
+
+// Sends it. A descriptor of 0 or more is what is sent behind the request, or where what comes
+// behind the answer is written to.
+Answer send(Scheduler const& scheduler, Ipp request, char const* resource, int in = -1,
+            int out = -1);
+
+void add_keyword(Ipp const& request, ipp_tag_t group, char const* name, char const* value);
