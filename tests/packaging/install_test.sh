@@ -27,7 +27,7 @@ offline=(unshare --net)
 configure() {
   "${offline[@]}" env -u CFLAGS -u CPPFLAGS CXXFLAGS="-O0 -frecord-gcc-switches" \
     LDFLAGS=-Wl,--build-id=0x00c0ffee cmake -S "$tree" -B "$work/$1" -G Ninja \
-    -DCMAKE_BUILD_TYPE=None -DBUILD_TESTING=OFF -DVELMO_SIMULATOR=OFF "${@:2}"
+    -DCMAKE_BUILD_TYPE=None -DBUILD_TESTING=OFF -DVELMO_SIMULATOR=OFF -DVELMO_ADMIN=OFF "${@:2}"
 }
 build() { "${offline[@]}" cmake --build "$work/$1"; }
 
