@@ -4,12 +4,9 @@
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
-#include <sys/socket.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <new>
@@ -17,6 +14,8 @@
 #include "protocol/queries.h"
 #include "tests/harness/counted_allocations.h"
 #include "tests/harness/faulted_calls.h"
+#include "tests/harness/memory_file.h"
+#include "tests/harness/own_printer.h"
 
 int filter_main(int argc, char* argv[]);
 
@@ -24,7 +23,6 @@ namespace {
 
 constexpr unsigned DEADLINE = 60;  // seconds
 constexpr int DESCRIPTORS = 64;
-constexpr int SIDE_CHANNEL = 4;
 
 // What the process tells of itself, in memory that both sides see.
 struct Report {
@@ -42,125 +40,11 @@ Report* shared_report()
   return new (memory) Report{};
 }
 
-// A file in memory, numbered above what the filter uses.
-class File {
-public:
-  explicit File(char const* name)
-  {
-    int const low = memfd_create(name, 0);
-    number = fcntl(low, F_DUPFD, 50);
-    close(low);
-    if (number < 0) abort();
-  }
-  File(File const&) = delete;
-  File& operator=(File const&) = delete;
-  ~File() { close(number); }
-
-  void append(std::string_view text) const
-  {
-    auto const size = static_cast<ssize_t>(text.size());
-    if (syscall(SYS_write, number, text.data(), text.size()) != size) abort();
-  }
-
-  [[nodiscard]] std::string text() const
-  {
-    std::string all(static_cast<std::size_t>(lseek(number, 0, SEEK_END)), '\0');
-    if (pread(number, all.data(), all.size(), 0) != static_cast<ssize_t>(all.size())) abort();
-    return all;
-  }
-
-  int number = -1;
-};
-
 struct Files {
-  File commands{"commands"};
-  File device{"device"};
-  File messages{"messages"};
-  File attempts{"attempts"};
-};
-
-// Backend and printer, played inside the filter's own process: they move when it waits.
-class Play {
-public:
-  Play(PrinterScript const& script, Files const& all_files) : printer(script), files(all_files) {}
-
-  // A message is kept before it is written, with a zero byte behind it.
-  std::optional<Outcome> meet(Call const& call) const
-  {
-    if (call.kind == Call::Kind::Message) {
-      files.attempts.append(call.text);
-      files.attempts.append({"", 1});
-    }
-    auto const failure = outcome_of_fault(call);
-    bool const pauses = call.kind == Call::Kind::Sleep || call.kind == Call::Kind::Pause;
-    return !failure && pauses ? Outcome{} : failure;
-  }
-
-  void note(Call const& call)
-  {
-    if (call.kind == Call::Kind::Flush) uncounted([this] { hear_device(); });
-  }
-
-  std::optional<int> begin(Wait wait)
-  {
-    auto const failure = outcome_of_fault(wait);
-    if (!failure && wait == Wait::ForAnswer) uncounted([this] { answer_request(); });
-    if (!failure && wait == Wait::ForReply) uncounted([this] { send_reply(); });
-    return failure;
-  }
-
-private:
-  // The played printer's own steps do not count.
-  template <typename Move>
-  void uncounted(Move const& move) const
-  {
-    StepCounts* const counts = stop_watching();
-    move();
-    go_on_watching(counts);
-  }
-
-  void hear_device()
-  {
-    std::string const all = files.device.text();
-    printer.hear_device(all.substr(heard));
-    heard = all.size();
-  }
-
-  // Only the last request counts, a torn one gets no answer, and what the filter has not fetched
-  // by then comes too late.
-  void answer_request()
-  {
-    std::string request;
-    for (std::string next; !(next = receive(channels.side_channel.get())).empty();) request = next;
-    if (request.empty()) return;
-    while (!receive(SIDE_CHANNEL).empty()) continue;
-    if (request.size() != 4) return;
-    printer.hear_request(request);
-    std::string const answer = printer.side_channel_feed().bytes;
-    send(channels.side_channel.get(), answer.data(), answer.size(), 0);
-  }
-
-  void send_reply()
-  {
-    std::string const reply = printer.back_channel_feed().bytes;
-    auto const size = static_cast<ssize_t>(reply.size());
-    if (write(channels.back_channel.get(), reply.data(), reply.size()) != size) abort();
-  }
-
-  // Packets keep the borders between requests, and between answers.
-  static std::string receive(int descriptor)
-  {
-    std::array<char, 64> packet;
-    ssize_t const size = recv(descriptor, packet.data(), packet.size(), MSG_DONTWAIT);
-    return {packet.data(), static_cast<std::size_t>(size > 0 ? size : 0)};
-  }
-
-  ScriptedPrinter printer;
-  Files const& files;
-  std::size_t heard = 0;
-  OwnChannels channels{SOCK_SEQPACKET, [this](Wait wait) { return begin(wait); }};
-  OutsideCalls calls{[this](Call const& call) { return meet(call); },
-                     [this](Call const& call, Outcome const& /*outcome*/) { note(call); }};
+  MemoryFile commands{"commands"};
+  MemoryFile device{"device"};
+  MemoryFile messages{"messages"};
+  MemoryFile attempts{"attempts"};
 };
 
 int open_descriptors()
@@ -182,7 +66,7 @@ void place_standard_error(Files const& files, std::string const& instead)
 }
 
 // Nothing catches what the filter throws, as if it were a program of its own.
-int run_filter(File const& command_file, bool named) noexcept
+int run_filter(MemoryFile const& command_file, bool named) noexcept
 {
   std::string words[] = {"photo-queue", "1", "user", "title", "1", ""};
   std::string path = "/proc/self/fd/" + std::to_string(command_file.number);
@@ -196,7 +80,7 @@ int run_filter(File const& command_file, bool named) noexcept
 
 int play(Files const& files, Fault const& fault, FaultedWorld const& world, Report& report)
 {
-  Play const play(world.printer, files);
+  OwnPrinter const printer(world.printer, files.device, files.attempts);
   report.descriptors_before = open_descriptors();
   watch_steps(fault, &report.counts);
   int const status = run_filter(files.commands, fault.step != Step::StandardInput);

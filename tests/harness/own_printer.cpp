@@ -1,0 +1,87 @@
+// How the played printer moves at each call and each wait.
+#include "tests/harness/own_printer.h"
+
+#include <array>
+
+#include "tests/harness/faulted_calls.h"
+
+namespace {
+
+constexpr int SIDE_CHANNEL = 4;
+
+// The played printer's own steps do not count.
+class Uncounted {
+public:
+  Uncounted() = default;
+  Uncounted(Uncounted const&) = delete;
+  Uncounted& operator=(Uncounted const&) = delete;
+  ~Uncounted() { go_on_watching(counts); }
+
+private:
+  StepCounts* const counts = stop_watching();
+};
+
+std::string receive(int descriptor)
+{
+  std::array<char, 64> packet;
+  ssize_t const size = recv(descriptor, packet.data(), packet.size(), MSG_DONTWAIT);
+  return {packet.data(), static_cast<std::size_t>(size > 0 ? size : 0)};
+}
+
+}  // namespace
+
+OwnPrinter::OwnPrinter(PrinterScript const& script, MemoryFile const& device_file,
+                       MemoryFile const& attempts_file)
+    : printer(script), device(device_file), attempts(attempts_file)
+{
+}
+
+std::optional<Outcome> OwnPrinter::meet(Call const& call) const
+{
+  if (call.kind == Call::Kind::Message) {
+    attempts.append(call.text);
+    attempts.append({"", 1});
+  }
+  auto const failure = outcome_of_fault(call);
+  bool const pauses = call.kind == Call::Kind::Sleep || call.kind == Call::Kind::Pause;
+  return !failure && pauses ? Outcome{} : failure;
+}
+
+std::optional<int> OwnPrinter::begin(Wait wait)
+{
+  auto const failure = outcome_of_fault(wait);
+  if (!failure && wait == Wait::ForAnswer) answer_request();
+  if (!failure && wait == Wait::ForReply) send_reply();
+  return failure;
+}
+
+void OwnPrinter::hear_device()
+{
+  Uncounted const here;
+  std::string const all = device.text();
+  printer.hear_device(all.substr(heard));
+  heard = all.size();
+}
+
+// Only the last request counts, a torn one gets no answer, and what the filter has not fetched
+// by then comes too late.
+void OwnPrinter::answer_request()
+{
+  Uncounted const here;
+  std::string request;
+  for (std::string next; !(next = receive(channels.side_channel.get())).empty();) request = next;
+  if (request.empty()) return;
+  while (!receive(SIDE_CHANNEL).empty()) continue;
+  if (request.size() != 4) return;
+  printer.hear_request(request);
+  std::string const answer = printer.side_channel_feed().bytes;
+  send(channels.side_channel.get(), answer.data(), answer.size(), 0);
+}
+
+void OwnPrinter::send_reply()
+{
+  Uncounted const here;
+  std::string const reply = printer.back_channel_feed().bytes;
+  auto const size = static_cast<ssize_t>(reply.size());
+  if (write(channels.back_channel.get(), reply.data(), reply.size()) != size) abort();
+}
