@@ -75,6 +75,8 @@ void expect_documented_run(Row const& row, int index, bool for_ever)
   EXPECT_GT(count_of(run.counts, row.step), index);
 }
 
+void PrintTo(Row const& row, std::ostream* out) { *out << row.name; }
+
 class Calls : public testing::TestWithParam<Row> {};
 
 TEST_P(Calls, FailureAtEachPlaceEndsAsDocumented)

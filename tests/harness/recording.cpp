@@ -3,7 +3,21 @@
 
 #include <climits>
 
+#include "tests/harness/hex.h"
 #include "tests/harness/require.h"
+
+namespace {
+
+std::string call_text(Call const& call)
+{
+  static constexpr char const* NAMES[] = {"message", "write", "flush",     "request",       "read",
+                                          "pause",   "sleep", "directive", "standard input"};
+  return std::string(NAMES[static_cast<std::size_t>(call.kind)]) + " [" + hex(call.text)
+         + "] number " + std::to_string(call.number) + " room " + std::to_string(call.room)
+         + " timeout " + std::to_string(call.timeout);
+}
+
+}  // namespace
 
 void Recording::note(Call const& call, Outcome const& outcome)
 {
@@ -29,7 +43,7 @@ Outcome Recording::expect_call(Call const& call)
   expected.clear();
   require(at < events.size(), "another call comes next");
   event.call.text = event.written;
-  require(event.call == call, "this call comes next, with these arguments");
+  if (!(event.call == call)) require_equal(call_text(event.call), call_text(call));
   event.outcome.text = event.read;
   return event.outcome;
 }
