@@ -45,6 +45,11 @@ scheduler_job_log() {
     }' "$scheduler_log"
 }
 
+# scheduler_filter_has_started FILTER: whether the job sent last runs it.
+scheduler_filter_has_started() {
+  scheduler_job_log | grep -qF "Started filter $scheduler_dir/bin/filter/$1 "
+}
+
 # Writes what the log holds of filters that failed, crashed, or are not to be used.
 scheduler_complaints() {
   grep -E 'cups-[a-z-]*-warning|Filter failed|crashed|stopped with status' "$scheduler_log" || true

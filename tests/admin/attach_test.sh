@@ -10,8 +10,7 @@ formats() { queue_attribute "$1" document-format-supported; }
 # A job that reaches the filter is answered by nobody, but shows whose it is.
 starts_our_filter() {
   scheduler_send_command "$1" ReportStatus
-  wait_until 30 grep -q \
-    "\[Job $scheduler_job\] Started filter $scheduler_dir/bin/filter/commandtovelmo" "$scheduler_log"
+  wait_until 30 scheduler_filter_has_started commandtovelmo || { scheduler_job_log && return 1; }
   scheduler_client cancel "$1-$scheduler_job"
   wait_until 30 idle "$1"
 }

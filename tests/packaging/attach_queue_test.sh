@@ -67,14 +67,10 @@ check_attached() {
   expect "$1: the PPD file gained lines and lost none" "$(diff "$work/$1" "$(ppd "$1")" | grep '^<')" ""
 }
 
-filter_has_started() {
-  scheduler_job_log | grep -qF "Started filter $scheduler_dir/bin/filter/commandtovelmo "
-}
-
 # A job that reaches the filter is answered by nobody, but shows whose it is.
 starts_our_filter() {
   scheduler_send_command "$1" ReportStatus
-  wait_until 30 filter_has_started || { scheduler_job_log && return 1; }
+  wait_until 30 scheduler_filter_has_started commandtovelmo || { scheduler_job_log && return 1; }
   scheduler_client cancel "$1-$scheduler_job"
 }
 

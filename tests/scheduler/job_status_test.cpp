@@ -5,9 +5,9 @@
 #include "tests/harness/hex.h"
 #include "tests/harness/same_text.h"
 #include "tests/harness/scripted_printer.h"
-#include "tests/oracle/run_text.h"
 #include "tests/harness/simulator_process.h"
 #include "tests/harness/tcp_peer.h"
+#include "tests/oracle/run_text.h"
 
 namespace {
 
