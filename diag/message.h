@@ -1,4 +1,5 @@
-// One message for the scheduler, written whole.
+// One message for the scheduler, written whole. All that our code says goes through here: log
+// lines, attributes, reasons and the usage.
 #pragma once
 
 #include <sys/uio.h>

@@ -33,7 +33,9 @@ bool send_command(std::string_view command)
 }
 
 // Asks the backend to push out what is pending. A failure is logged and no more: the
-// printer may well have got the command. What the backend returns is of no interest.
+// printer may well have got the command. What the backend returns is of no interest; it lands
+// where the reply will, since the library wants room for an answer and the reply's own is free
+// until the first read.
 void drain_output(ReplyBuffer& scratch)
 {
   int length = static_cast<int>(scratch.size());

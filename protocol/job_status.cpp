@@ -9,10 +9,11 @@ namespace {
 
 constexpr std::size_t STATUS = 8;  // offset of the first of the four bytes
 
-// Job state codes, the first status byte; with every code not listed the printer is ready.
+// The first status byte says whether the printer is ready. 10 or 20: it is not. 50: the second
+// byte decides, ready from 30 on. Anything else: it is.
 constexpr std::uint8_t NOT_READY[] = {0x10, 0x20};
-constexpr std::uint8_t DEPENDS = 0x50;     // on the second status byte, which says ready
-constexpr std::uint8_t READY_FROM = 0x30;  // from here on
+constexpr std::uint8_t DEPENDS = 0x50;
+constexpr std::uint8_t READY_FROM = 0x30;
 
 }  // namespace
 
