@@ -21,15 +21,14 @@ add_executable(unit_test
   report/printer_state_reasons_test.cpp
   report/printer_state_report_test.cpp
   report/stale_reason_cleanup_test.cpp)
-target_link_libraries(unit_test PRIVATE fake_world velmo oracle GTest::gtest_main)
+target_link_libraries(unit_test PRIVATE fake_world velmo oracle test_main)
 
 # A program of its own, because its reason table stands in for the product's.
 add_executable(reason_slots_test report/printer_state_report_slots_test.cpp)
-target_link_libraries(reason_slots_test PRIVATE fake_world velmo oracle GTest::gtest_main)
+target_link_libraries(reason_slots_test PRIVATE fake_world velmo oracle test_main)
 
 foreach(program unit_test reason_slots_test)
-  gtest_discover_tests(${program} EXTRA_ARGS --gtest_brief=1 DISCOVERY_TIMEOUT 60
-  PROPERTIES LABELS unit TIMEOUT 120)
+  gtest_discover_tests(${program} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS unit TIMEOUT 120)
 endforeach()
 
 # Every source of the product needs the repository's root on the include path and nothing
