@@ -5,29 +5,30 @@
 
 #include <string>
 
-#include "tests/harness/fake_world.h"
 #include "tests/harness/same_text.h"
-#include "tests/oracle/exchange_calls.h"
 #include "tests/oracle/run_text.h"
+#include "tests/oracle/told_world.h"
 
 namespace {
 
 StatusReply const REPLY = {.error = {0x20, 0x07, 0x07}, .ink_sheet = 0x8f};
 
-std::string const QUERY = retry_text(
-    attempt_text(status_query_with_calls(REPLY.bytes()), REPLY.info_text(), "fulfilled(0/60)"));
-std::string const SILENT_QUERY = retry_text(failed_attempt_text(failed_status_query_with_calls(
-    FLUSH_CALL + DRAIN_CALL + read_call(512) + failed_read_text(0))));
+std::string query(std::deque<FakeScript::Read> reads)
+{
+  return told({.reads = std::move(reads)}, tell_retried_printer_status);
+}
+
+std::string const QUERY = query({{REPLY.bytes()}});
+std::string const SILENT_QUERY = query({});
 std::string const LEVELS = level_report_text(REPLY.ribbon(), 40);
 std::string const NO_LEVELS = unavailable_levels_text();
 std::string const REASONS = reasons_text(9);
 std::string const NO_ANSWER = unavailable_reasons_text();
 
 // Everything that happens when a directive is carried out.
-std::string run(char const* directive, bool bidirectional, std::deque<FakeWorld::Read> reads = {})
+std::string run(char const* directive, bool bidirectional, std::deque<FakeScript::Read> reads = {})
 {
-  FakeWorld world;
-  world.reads = std::move(reads);
+  FakeWorld world({.reads = std::move(reads)});
   run_report_command(directive, bidirectional);
   return world.transcript();
 }
@@ -58,7 +59,7 @@ TEST(ReportCommands, APrinterThatNeverWakesIsReportedUnavailable)
   asleep.power = 1;
   std::string const end =
       "DEBUG: #retry over\n" + end_text("get_printer_info_retry") + NO_LEVELS + NO_ANSWER;
-  std::deque<FakeWorld::Read> const replies(61, {asleep.bytes()});
+  std::deque<FakeScript::Read> const replies(61, {asleep.bytes()});
   EXPECT_TRUE(run("ReportLevels", true, replies).ends_with(end));
 }
 
@@ -98,8 +99,7 @@ TEST(ReportCommands, AnyOtherDirectiveDoesNothing)
 
 TEST(ReportCommands, EveryDirectiveAsksAnew)
 {
-  FakeWorld world;
-  world.reads = {{REPLY.bytes()}, {REPLY.bytes()}, {REPLY.bytes()}};
+  FakeWorld world({.reads = {{REPLY.bytes()}, {REPLY.bytes()}, {REPLY.bytes()}}});
   run_report_command("ReportStatus", true);
   run_report_command("ReportStatus", true);
   run_report_command("ReportLevels", true);

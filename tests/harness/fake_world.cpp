@@ -2,6 +2,7 @@
 #include "tests/harness/fake_world.h"
 
 #include <cstdio>
+#include <utility>
 
 #include "tests/harness/hex.h"
 
@@ -27,7 +28,7 @@ std::string seconds(double value)
 
 }  // namespace
 
-FakeWorld::FakeWorld() { world = this; }
+FakeWorld::FakeWorld(FakeScript answers) : script(std::move(answers)) { world = this; }
 
 FakeWorld::~FakeWorld() { world = nullptr; }
 
@@ -54,22 +55,22 @@ std::optional<Outcome> FakeWorld::meet(Call const& call)
       auto const count = call.text.size() / static_cast<std::size_t>(call.number);
       note("fwrite(" + std::to_string(call.number) + " x " + std::to_string(count) + ": "
            + hex(call.text) + ")");
-      return Outcome{static_cast<long>(next(fwrite_results, count))};
+      return Outcome{static_cast<long>(next(script.writes, count))};
     }
     case Kind::Flush:
       note("fflush(stdout)");
-      return Outcome{next(fflush_results, 0)};
+      return Outcome{next(script.flushes, 0)};
     case Kind::Request:
       note("cupsSideChannelDoRequest(" + std::to_string(call.number) + ", room for "
            + std::to_string(call.room) + ", " + seconds(call.timeout) + ")");
-      return Outcome{next<int>(drain_statuses, CUPS_SC_STATUS_OK), drain_data};
+      return Outcome{next<int>(script.drains, CUPS_SC_STATUS_OK), script.drain_data};
     case Kind::Read:
       note("cupsBackChannelRead(room for " + std::to_string(call.room) + ", "
            + seconds(call.timeout) + ")");
       return read(static_cast<std::size_t>(call.room));
     case Kind::Sleep:
       note("sleep(" + std::to_string(call.number) + ")");
-      return Outcome{unslept};
+      return Outcome{script.unslept};
     case Kind::Pause:
       note("usleep(" + std::to_string(call.number) + ")");
       return Outcome{};
@@ -80,10 +81,11 @@ std::optional<Outcome> FakeWorld::meet(Call const& call)
 
 Outcome FakeWorld::read(std::size_t room)
 {
-  piece = next(reads, Read{});
+  piece = next(script.reads, FakeScript::Read{});
   if (piece.bytes.size() > room) {
-    reads.push_front({piece.bytes.substr(room)});
+    script.reads.push_front({piece.bytes.substr(room)});
     piece.bytes.resize(room);
   }
-  return {piece.result, piece.bytes};
+  if (piece.bytes.empty()) return {piece.result};
+  return {static_cast<long>(piece.bytes.size()), piece.bytes};
 }

@@ -13,16 +13,6 @@ constexpr long DRAIN_OUTPUT = 2;
 constexpr long GET_BIDI = 3;
 constexpr long OK = 1;
 
-struct Use {
-  char const* name;
-  std::string_view command;
-  std::size_t minimum;  // 0 for no reply
-};
-
-constexpr Use WAKE_UP{"wr_esc_wakeup", {"\033EWU", 4}, 0};
-constexpr Use PRINTER_STATUS{"get_printer_info", {"\033V21", 4}, 192};
-constexpr Use JOB_STATUS{"get_job_status", {"\033V10\0\0", 6}, 20};
-
 bool tell_sending(Surroundings const& outside, std::string_view command)
 {
   Outcome const write = outside.meet({.kind = Kind::Write, .text = command, .number = 1});
@@ -63,17 +53,8 @@ Reply tell_steps(Surroundings const& outside, Use const& use)
   outside.hear(dump_text("[CMD]", use.command));
   if (!tell_sending(outside, use.command)) return std::nullopt;
   tell_draining(outside);
-  if (use.minimum > 0) return tell_reply(outside, use.minimum);
-  outside.meet({.kind = Kind::Pause, .number = 500'000});
-  return "";
-}
-
-Reply tell_exchange(Surroundings const& outside, Use const& use)
-{
-  outside.hear(start_text(use.name));
-  Reply reply = tell_steps(outside, use);
-  outside.hear(end_text(use.name));
-  return reply;
+  if (use.pause > 0) outside.meet({.kind = Kind::Pause, .number = use.pause});
+  return use.minimum > 0 ? tell_reply(outside, use.minimum) : "";
 }
 
 Reply tell_attempts(Surroundings const& outside)
@@ -128,8 +109,10 @@ std::string lower_case(std::string_view directive)
   return text;
 }
 
-void tell_directive(Surroundings const& outside, std::string const& name, bool bidirectional)
+// In whatever letters it is written.
+void tell_directive(Surroundings const& outside, std::string_view directive, bool bidirectional)
 {
+  std::string const name = lower_case(directive);
   if (name != "reportlevels" && name != "reportstatus") return;
   Reply const reply = bidirectional ? tell_retried_printer_status(outside) : Reply();
   if (name == "reportlevels") outside.hear(levels_report(reply));
@@ -138,17 +121,28 @@ void tell_directive(Surroundings const& outside, std::string const& name, bool b
 
 }  // namespace
 
+Reply tell_exchange(Surroundings const& outside, Use const& use)
+{
+  outside.hear(start_text(use.name));
+  Reply reply = tell_steps(outside, use);
+  outside.hear(end_text(use.name));
+  return reply;
+}
+
 bool tell_wake_up(Surroundings const& outside)
 {
-  return tell_exchange(outside, WAKE_UP).has_value();
+  return tell_exchange(outside, {"wr_esc_wakeup", {"\033EWU", 4}, 0, 500'000}).has_value();
 }
 
 Reply tell_printer_status(Surroundings const& outside)
 {
-  return tell_exchange(outside, PRINTER_STATUS);
+  return tell_exchange(outside, {"get_printer_info", {"\033V21", 4}, 192, 0});
 }
 
-Reply tell_job_status(Surroundings const& outside) { return tell_exchange(outside, JOB_STATUS); }
+Reply tell_job_status(Surroundings const& outside)
+{
+  return tell_exchange(outside, {"get_job_status", {"\033V10\0\0", 6}, 20, 0});
+}
 
 Reply tell_retried_printer_status(Surroundings const& outside)
 {
@@ -167,6 +161,6 @@ int tell_run(Surroundings const& outside)
     if (directive.result == 0) return 0;
     std::string const name(directive.text);
     outside.hear(directive_text(name, directive.result));
-    tell_directive(outside, lower_case(name), bidirectional);
+    tell_directive(outside, name, bidirectional);
   }
 }

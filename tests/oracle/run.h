@@ -16,10 +16,21 @@ struct Surroundings {
   std::function<void(std::string_view)> hear;
 };
 
+// What makes one use of the exchange different from another.
+struct Use {
+  std::string name;
+  std::string_view command;
+  std::size_t minimum;  // of the reply; 0 for none
+  long pause;           // microseconds; 0 for none
+};
+
+// Gives the reply's bytes; none when it failed.
+std::optional<std::string> tell_exchange(Surroundings const& outside, Use const& use);
+
 // From the probe to the end; gives the exit status.
 int tell_run(Surroundings const& outside);
 
-// The uses of the exchange. Each gives what it has to deliver: whether the printer was woken, the
+// The filter's own uses. Each gives what it has to deliver: whether the printer was woken, the
 // reply's bytes, the bytes of the last reply of an awake printer.
 bool tell_wake_up(Surroundings const& outside);
 std::optional<std::string> tell_printer_status(Surroundings const& outside);

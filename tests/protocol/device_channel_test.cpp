@@ -5,62 +5,74 @@
 
 #include <string>
 
-#include "tests/harness/fake_world.h"
 #include "tests/harness/same_text.h"
-#include "tests/oracle/exchange_calls.h"
-#include "tests/oracle/run_text.h"
+#include "tests/oracle/told_world.h"
 
 namespace {
 
-std::string const WAKE_UP_START =
-    command_start_text("wr_esc_wakeup", "\033EWU") + write_call("\033EWU");
-std::string const WAKE_UP_END = "> usleep(500000)\n" + end_text("wr_esc_wakeup");
+// Calls, messages and result of the wake-up are as told.
+void expect_wake_up(FakeScript const& script, int result)
+{
+  bool awake = false;
+  std::string const transcript =
+      told(script, [&](Surroundings const& outside) { awake = tell_wake_up(outside); });
+  EXPECT_EQ(awake, result == 0);
+  FakeWorld world(script);
+  EXPECT_EQ(wr_esc_wakeup(), result);
+  EXPECT_TEXT(world.transcript(), transcript);
+}
 
+// The same of any use; its bytes are `reply`.
+void expect_exchange(Exchange const& use, FakeScript const& script, std::string const& reply = "")
+{
+  std::optional<std::string> bytes;
+  std::string const transcript = told(script, [&](Surroundings const& outside) {
+    bytes = tell_exchange(
+        outside, {use.name, use.command, static_cast<std::size_t>(use.minimum_reply), use.pause});
+  });
+  EXPECT_EQ(bytes, reply);
+  FakeWorld world(script);
+  ReplyBuffer buffer;
+  EXPECT_TRUE(run_exchange(use, buffer));
+  EXPECT_TEXT(world.transcript(), transcript);
+  EXPECT_EQ(std::string(buffer.data(), reply.size()), reply);
+}
+
+// Written out once, so that the fake world shows what it is asked.
 TEST(WakeUp, WritesFlushesDrainsAndPauses)
 {
   FakeWorld world;
   EXPECT_EQ(wr_esc_wakeup(), 0);
-  EXPECT_TEXT(world.transcript(), WAKE_UP_START + FLUSH_CALL + DRAIN_CALL + WAKE_UP_END);
+  EXPECT_TEXT(world.transcript(),
+              "DEBUG: wr_esc_wakeup() START\n"
+              "DEBUG: [CMD] size=4\n"
+              "DEBUG: [CMD] 0000: 1b 45 57 55\n"
+              "> fwrite(1 x 4: 1b 45 57 55)\n"
+              "> fflush(stdout)\n"
+              "> cupsSideChannelDoRequest(2, room for 512, 5.000 s)\n"
+              "> usleep(500000)\n"
+              "DEBUG: wr_esc_wakeup() END\n");
 }
 
 TEST(WakeUp, AShortWriteFailsBeforeTheFlush)
 {
-  for (std::size_t written : {0u, 1u, 2u, 3u}) {
-    FakeWorld world;
-    world.fwrite_results = {written};
-    EXPECT_EQ(wr_esc_wakeup(), -1);
-    EXPECT_TEXT(world.transcript(), WAKE_UP_START + failed_write_text(static_cast<long>(written))
-                                        + end_text("wr_esc_wakeup"));
-  }
+  for (std::size_t written : {0U, 1U, 2U, 3U}) expect_wake_up({.writes = {written}}, -1);
 }
 
 TEST(WakeUp, AFailedFlushFailsBeforeTheDrain)
 {
-  for (int result : {-1, 1}) {
-    FakeWorld world;
-    world.fflush_results = {result};
-    EXPECT_EQ(wr_esc_wakeup(), -1);
-    EXPECT_TEXT(world.transcript(),
-                WAKE_UP_START + FLUSH_CALL + failed_flush_text() + end_text("wr_esc_wakeup"));
-  }
+  for (int result : {-1, 1}) expect_wake_up({.flushes = {result}}, -1);
 }
 
 TEST(WakeUp, AFailedDrainIsOnlyLoggedByNameAndNumber)
 {
-  for (int status : {0, 2, 3, 4, 5, 6, 7, 8, 127, 255, -1, -128}) {
-    FakeWorld world;
-    world.drain_statuses = {status};
-    EXPECT_EQ(wr_esc_wakeup(), 0);
-    EXPECT_TEXT(world.transcript(), WAKE_UP_START + FLUSH_CALL + DRAIN_CALL
-                                        + failed_drain_text(side_channel_status_text(status))
-                                        + WAKE_UP_END);
-  }
+  for (int status : {0, 2, 3, 4, 5, 6, 7, 8, 127, 255, -1, -128})
+    expect_wake_up({.drains = {status}}, 0);
 }
 
 TEST(WakeUp, EveryMessageGoesOutInWholeLines)
 {
-  FakeWorld world;
-  world.drain_statuses = {3};
+  FakeWorld world({.drains = {3}});
   StderrWrites capture;
   wr_esc_wakeup();
   std::vector<std::string> const writes = capture.take();
@@ -82,53 +94,32 @@ TEST(Exchange, UsesDifferByTheirRowOfConstants)
 // One byte a read, until the buffer is full: the room shrinks with every byte.
 TEST(Exchange, AReadIsOfferedOnlyTheRoomThatIsLeft)
 {
-  static constexpr Exchange whole_buffer{"whole_buffer", {"?", 1}, 512, 0};
-  FakeWorld world;
+  FakeScript script;
   std::string sent(512, '\0');
-  std::string expected =
-      command_start_text("whole_buffer", "?") + write_call("?") + FLUSH_CALL + DRAIN_CALL;
-  for (std::size_t i = 0; i < sent.size(); i++) {
+  for (std::size_t i = 0; i < sent.size(); ++i) {
     sent[i] = static_cast<char>(i % 251);
-    world.reads.push_back({std::string(1, sent[i])});
-    expected += read_call(512 - i);
+    script.reads.push_back({std::string(1, sent[i])});
   }
-  expected += dump_text("[STS]", sent) + end_text("whole_buffer");
-
-  ReplyBuffer reply;
-  EXPECT_TRUE(run_exchange(whole_buffer, reply));
-  EXPECT_EQ(std::string(reply.data(), reply.size()), sent);
-  EXPECT_TEXT(world.transcript(), expected);
+  expect_exchange({"whole_buffer", {"?", 1}, 512, 0}, script, sent);
 }
 
 TEST(Exchange, EveryPauseButNoneIsMade)
 {
-  for (unsigned pause : {0u, 1u, 2u}) {
-    Exchange const pausing{"pausing", {"?", 1}, 0, pause};
-    FakeWorld world;
-    ReplyBuffer reply;
-    EXPECT_TRUE(run_exchange(pausing, reply));
-    EXPECT_TEXT(world.transcript(),
-                command_start_text("pausing", "?") + write_call("?") + FLUSH_CALL + DRAIN_CALL
-                    + (pause > 0 ? "> usleep(" + std::to_string(pause) + ")\n" : "")
-                    + end_text("pausing"));
-  }
+  for (unsigned pause : {0U, 1U, 2U}) expect_exchange({"pausing", {"?", 1}, 0, pause}, {});
 }
 
 TEST(Exchange, WhatTheDrainBringsIsOverwrittenByTheReply)
 {
-  FakeWorld world;
-  world.drain_data = std::string(512, '\xee');
   std::string const sent = std::string(10, 'a') + std::string(10, 'b');
-  world.reads = {{sent.substr(0, 10)}, {sent.substr(10)}};
-  ReplyBuffer reply;
-  EXPECT_TRUE(run_exchange(JOB_STATUS, reply));
-  EXPECT_EQ(std::string(reply.data(), sent.size()), sent);
+  expect_exchange(
+      JOB_STATUS,
+      {.reads = {{sent.substr(0, 10)}, {sent.substr(10)}}, .drain_data = std::string(512, '\xee')},
+      sent);
 }
 
 TEST(Exchange, WhatTheBufferCannotHoldStaysInTheBackChannel)
 {
-  FakeWorld world;
-  world.reads = {{std::string(512, 'a') + std::string(192, 'b')}};
+  FakeWorld world({.reads = {{std::string(512, 'a') + std::string(192, 'b')}}});
   ReplyBuffer reply;
   EXPECT_TRUE(run_exchange(PRINTER_STATUS, reply));
   EXPECT_EQ(std::string(reply.data(), reply.size()), std::string(512, 'a'));
