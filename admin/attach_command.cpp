@@ -5,6 +5,7 @@
 
 #include "admin/device_advice.h"
 #include "admin/output.h"
+#include "admin/status_command.h"
 #include "admin/text_file.h"
 
 namespace {
@@ -63,17 +64,21 @@ void advise(Queue const& queue)
 }
 
 bool attach_one(Scheduler const& scheduler, std::string const& name, PpdEdit const& edit,
-                ChangeRules const& rules)
+                AttachOptions const& options)
 {
   std::optional<Queue> const queue = changeable_queue(scheduler, name);
   if (!queue) return false;
-  ChangeResult const result = change_ppd(scheduler, *queue, edit, rules);
+  ChangeResult const result = change_ppd(scheduler, *queue, edit, options.rules);
   if (!report(queue->name, result, "attached, the scheduler starts commandtovelmo for command jobs",
               "is attached as wanted, nothing to do"))
     return false;
   if (result.outcome != Outcome::Changed) return true;
   advise(*queue);
-  tell_lost_reasons(queue->name, result, "a command job brings back those that still hold");
+  // The queue is attached whatever the printer says, or does not say.
+  if (options.no_ask)
+    tell_lost_reasons(queue->name, result, "velmoctl ask brings back those that still hold");
+  else
+    ask_and_show(scheduler, queue->name, AskOptions().timeout);
   return true;
 }
 
@@ -115,7 +120,7 @@ int run_attach(Scheduler const& scheduler, AttachOptions const& options)
   PpdEdit const edit{[&](std::string_view ppd) { return attach(ppd, wishes); }, true};
   bool all_done = true;
   for (std::string const& name : options.queues)
-    all_done = attach_one(scheduler, name, edit, options.rules) && all_done;
+    all_done = attach_one(scheduler, name, edit, options) && all_done;
   return all_done ? 0 : 1;
 }
 

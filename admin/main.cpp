@@ -6,6 +6,7 @@
 #include "admin/attach_command.h"
 #include "admin/list_command.h"
 #include "admin/output.h"
+#include "admin/status_command.h"
 #include "admin/version.h"
 
 namespace {
@@ -15,6 +16,8 @@ struct Arguments {
   AttachOptions attach;
   AttachOptions detach;
   bool list_as_json = false;
+  StatusOptions status;
+  AskOptions ask;
 };
 
 void add_queues(CLI::App& command, std::vector<std::string>& queues)
@@ -31,7 +34,7 @@ void add_change_rules(CLI::App& command, ChangeRules& rules)
                    "Also if the queue is printing: the job is printed anew");
 }
 
-CLI::App* add_attach(CLI::App& app, AttachOptions& options)
+void add_attach(CLI::App& app, AttachOptions& options)
 {
   CLI::App* const command =
       app.add_subcommand("attach", "Have the scheduler start the filter for a queue");
@@ -44,30 +47,64 @@ CLI::App* add_attach(CLI::App& app, AttachOptions& options)
   texts->type_name("FILE");
   command->add_flag("--no-reason-texts", options.no_reason_texts, "Take out texts given earlier")
       ->excludes(texts);
+  command->add_flag("--no-ask", options.no_ask, "Do not ask the printer afterwards");
   add_queues(*command, options.queues);
-  return command;
 }
 
-CLI::App* add_detach(CLI::App& app, AttachOptions& options)
+void add_detach(CLI::App& app, AttachOptions& options)
 {
   CLI::App* const command =
       app.add_subcommand("detach", "Give a queue its PPD file of before attach back");
   add_change_rules(*command, options.rules);
   add_queues(*command, options.queues);
-  return command;
 }
 
-CLI::App* add_list(CLI::App& app, bool& as_json)
+void add_list(CLI::App& app, bool& as_json)
 {
   CLI::App* const command =
       app.add_subcommand("list", "Show which queues are attached, and which of them are broken");
   command->add_flag("--json", as_json, "As JSON");
-  return command;
+}
+
+void add_status(CLI::App& app, StatusOptions& options)
+{
+  CLI::App* const command =
+      app.add_subcommand("status", "Show ribbon and errors as the scheduler knows them");
+  auto* const json = command->add_flag("--json", options.json, "As JSON");
+  auto* const check = command->add_flag(
+      "--check", options.check, "As a monitoring plugin: one line a queue, exit status 0 to 3");
+  json->excludes(check);
+  command->add_flag("--watch", options.watch, "Draw it again every 2 seconds")
+      ->excludes(json)
+      ->excludes(check);
+  command->add_option("--warning", options.limits.warning, "A level below is low")
+      ->type_name("PERCENT")
+      ->capture_default_str();
+  command->add_option("--critical", options.limits.critical, "A level below is critical")
+      ->type_name("PERCENT")
+      ->capture_default_str();
+  command->add_option("--max-age", options.limits.max_age, "An older level is a warning")
+      ->type_name("SECONDS");
+  command->add_option("QUEUE", options.queues, "Names of queues; without one, all attached ones");
+}
+
+void add_ask(CLI::App& app, AskOptions& options)
+{
+  CLI::App* const command = app.add_subcommand("ask", "Ask the printer now, and show what it says");
+  command->add_option("--timeout", options.timeout, "Wait so long")
+      ->type_name("SECONDS")
+      ->capture_default_str()
+      ->check(CLI::Range(1, 3600));
+  add_queues(*command, options.queues);
 }
 
 int with_scheduler(Arguments const& arguments, CLI::App const& command)
 {
   Scheduler const scheduler = connect(arguments.server);
+  if (!scheduler.http && arguments.status.check) {
+    say("VELMO UNKNOWN - scheduler not reachable");
+    return CHECK_UNKNOWN;
+  }
   if (!scheduler.http) {
     complain({}, "the scheduler at " + scheduler.server
                      + " cannot be reached; start it, or name another with -h");
@@ -75,6 +112,8 @@ int with_scheduler(Arguments const& arguments, CLI::App const& command)
   }
   if (command.get_name() == "attach") return run_attach(scheduler, arguments.attach);
   if (command.get_name() == "detach") return run_detach(scheduler, arguments.detach);
+  if (command.get_name() == "status") return run_status(scheduler, arguments.status);
+  if (command.get_name() == "ask") return run_ask(scheduler, arguments.ask);
   return run_list(scheduler, arguments.list_as_json);
 }
 
@@ -96,10 +135,12 @@ void unmark(std::string& argument)
   if (argument.starts_with('[') && argument.ends_with(WHOLE)) argument.pop_back();
 }
 
-void unmark(AttachOptions& options)
+void unmark(Arguments& arguments)
 {
-  for (std::string& queue : options.queues) unmark(queue);
-  if (options.reason_texts) unmark(*options.reason_texts);
+  for (auto* const queues : {&arguments.attach.queues, &arguments.detach.queues,
+                             &arguments.status.queues, &arguments.ask.queues})
+    for (std::string& queue : *queues) unmark(queue);
+  if (arguments.attach.reason_texts) unmark(*arguments.attach.reason_texts);
 }
 
 }  // namespace
@@ -120,6 +161,8 @@ int main(int argc, char** argv)
   add_attach(app, arguments.attach);
   add_detach(app, arguments.detach);
   add_list(app, arguments.list_as_json);
+  add_status(app, arguments.status);
+  add_ask(app, arguments.ask);
 
   try {
     app.parse(marked_arguments(std::span(argv, static_cast<std::size_t>(argc)).subspan(1)));
@@ -130,8 +173,7 @@ int main(int argc, char** argv)
     complain({}, std::string(error.what()) + "; see velmoctl --help");
     return 2;
   }
-  unmark(arguments.attach);
-  unmark(arguments.detach);
+  unmark(arguments);
   int const status = with_scheduler(arguments, *app.get_subcommands().front());
   if (is_output_written()) return status;
   if (status == 0) complain({}, "apart from that, what was asked for is done");

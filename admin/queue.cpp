@@ -84,11 +84,6 @@ std::vector<Queue> read_queues(ipp_t* answer)
 
 }  // namespace
 
-bool Queue::isAttached() const
-{
-  return commands == std::vector<std::string>{"ReportLevels", "ReportStatus"};
-}
-
 QueueAnswer get_queue(Scheduler const& scheduler, std::string const& name)
 {
   Ipp request = make_request(IPP_OP_GET_PRINTER_ATTRIBUTES, name);

@@ -28,7 +28,10 @@ struct Queue {
   int up_time;
 
   // The scheduler offers exactly our commands.
-  [[nodiscard]] bool isAttached() const;
+  [[nodiscard]] bool isAttached() const
+  {
+    return commands == std::vector<std::string>{"ReportLevels", "ReportStatus"};
+  }
 };
 
 struct QueueAnswer {

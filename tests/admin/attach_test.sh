@@ -1,5 +1,5 @@
 #!/bin/bash
-# velmoctl attach and detach: what the scheduler makes of each shape of PPD file.
+# velmoctl attach --no-ask and detach: what the scheduler makes of each shape of PPD file.
 set -eu
 # shellcheck source=tests/admin/ring.sh
 . "$(dirname "$0")/ring.sh"
@@ -18,7 +18,7 @@ idle() { [[ $(queue_attribute "$1" printer-state) == idle ]]; }
 
 # expect_round_trip QUEUE: the queue is attached, starts the filter, and gets its file back.
 expect_round_trip() {
-  ctl attach --replace "$1"
+  ctl attach --no-ask --replace "$1"
   expect "$1: attach: status" "$status" 0
   expect_part "$1: command jobs are taken" "$(formats "$1")" "$COMMAND_TYPE"
   expect "$1: the commands" "$(queue_attribute "$1" printer-commands)" ReportLevels,ReportStatus
@@ -61,19 +61,19 @@ reshape unended head -c -1
 
 # --- refusals: the queue is as it was
 make_queue taken "$RASTER" "$RIVAL" '*cupsCommands: "Clean"'
-ctl attach taken
+ctl attach --no-ask taken
 expect_refused 'another command filter' '--replace puts ours in their place'
 expect_part 'another command filter is shown' "$errors" "$RIVAL"
 expect_part 'other commands are shown' "$errors" '*cupsCommands: "Clean"'
 expect_unchanged 'another command filter' taken
 
 make_queue open "$RASTER" '*cupsVendor: "never closed'
-ctl attach open
+ctl attach --no-ask open
 expect_refused 'an open quote' 'opens a quote that is never closed'
 expect_unchanged 'an open quote' open
 
 make_queue fence '*% velmoctl begin'
-ctl attach fence
+ctl attach --no-ask fence
 expect_refused 'a damaged fence' 'a block of velmoctl begins that has no end'
 ctl detach fence
 expect_refused 'a damaged fence, detached' 'a block of velmoctl begins that has no end'
@@ -82,16 +82,16 @@ ctl list
 expect_part 'list names a damaged fence' "$said" 'fence: broken: line'
 
 scheduler_client lpadmin -p raw -E -v "$DEVICE" 2>/dev/null
-ctl attach raw
+ctl attach --no-ask raw
 expect_refused 'a queue without PPD file' 'raw: the queue has no PPD file'
 scheduler_client lpadmin -p raster -c group 2>/dev/null
-ctl attach group
+ctl attach --no-ask group
 expect_refused 'a class' 'group: is a class; name the queues in it'
-ctl attach raster/draft
+ctl attach --no-ask raster/draft
 expect_refused 'an instance' 'is an instance of a queue'
 sed 's/^[*]NickName: .*/*NickName: "Velmo - IPP Everywhere"/' "$work/given" >"$work/driverless"
 scheduler_add_queue driverless "$DEVICE" "$work/driverless"
-ctl attach driverless
+ctl attach --no-ask driverless
 expect_refused 'a driverless queue' 'is a driverless queue'
 ctl detach raster
 expect_done 'detaching what is not attached'
@@ -100,22 +100,22 @@ expect_part 'detaching what is not attached' "$said" 'nothing to do'
 # --- texts for the printer's errors
 make_queue texts "$RASTER"
 printf 'com.velmo-error0001 T\xc3\xbcr\n' >"$work/lang=de.txt"
-ctl attach --reason-texts "$work/lang=de.txt" texts
+ctl attach --no-ask --reason-texts "$work/lang=de.txt" texts
 expect_done 'texts'
 expect_that "a text is written in the file's encoding" grep -qxF \
   $'*cupsIPPReason com.velmo-error0001/T\xfcr: ""' "$(ppd texts)"
 cp "$(ppd texts)" "$work/with-texts"
-ctl attach texts
+ctl attach --no-ask texts
 expect_that 'texts stay when none are given' cmp "$work/with-texts" "$(ppd texts)"
 printf 'com.velmo-error0002 A\ncom.velmo-error0099 B\n' >"$work/bad"
-ctl attach --reason-texts "$work/bad" texts
+ctl attach --no-ask --reason-texts "$work/bad" texts
 expect_refused 'a bad text' "velmoctl: $work/bad:2: the first word is none of the keywords"
-ctl attach --reason-texts "$work/none" texts
+ctl attach --no-ask --reason-texts "$work/none" texts
 expect_refused 'no such file of texts' "velmoctl: $work/none: cannot be read: No such file"
 expect_that 'refused texts change nothing' cmp "$work/with-texts" "$(ppd texts)"
-ctl attach --reason-texts - texts <<<'com.velmo-error0003 From here'
+ctl attach --no-ask --reason-texts - texts <<<'com.velmo-error0003 From here'
 expect_that 'texts come from standard input' grep -qF 'From here' "$(ppd texts)"
-ctl attach --no-reason-texts texts
+ctl attach --no-ask --no-reason-texts texts
 expect 'texts are taken out' "$(grep -c cupsIPPReason "$(ppd texts)")" 0
 ctl detach texts
 expect_unchanged 'a queue with texts, detached' texts
@@ -124,7 +124,7 @@ expect_unchanged 'a queue with texts, detached' texts
 make_queue paused "$RASTER"
 scheduler_client cupsreject paused
 scheduler_client cupsdisable -r 'for a  test' paused
-ctl attach paused
+ctl attach --no-ask paused
 expect_done 'a paused queue'
 expect 'it stays stopped' "$(queue_attribute paused printer-state)" stopped
 expect 'it stays paused' "$(queue_attribute paused printer-state-reasons)" paused
@@ -133,7 +133,7 @@ expect 'it goes on rejecting jobs' "$(queue_attribute paused printer-is-acceptin
 
 make_queue errors "$RASTER"
 scheduler_client lpadmin -p errors -o job-sheets-default=standard -o job-k-limit=7 -u allow:all 2>/dev/null
-ctl attach errors
+ctl attach --no-ask errors
 expect 'banners stay' "$(queue_attribute errors job-sheets-default)" standard,none
 expect 'limits stay' "$(queue_attribute errors job-k-limit)" 7
 
@@ -142,7 +142,7 @@ expect 'limits stay' "$(queue_attribute errors job-k-limit)" 7
 advised() {
   scheduler_client lpadmin -p raster -v "$1" 2>/dev/null
   ctl detach raster
-  ctl attach raster
+  ctl attach --no-ask raster
   sed -n "s/^  \(lpadmin -p 'raster' -v '.*'\)$/\1/p" <<<"$said" >"$work/advice"
   scheduler_client sh -e "$work/advice" 2>/dev/null
   queue_attribute raster device-uri
@@ -154,7 +154,7 @@ expect 'a device with options' "$(advised 'socket://127.0.0.1/?waiteof=false')" 
 expect 'a device that has the option' "$(advised "$DEVICE")" "$DEVICE"
 scheduler_client lpadmin -p raster -v lpd://127.0.0.1/q 2>/dev/null
 ctl detach raster
-ctl attach raster
+ctl attach --no-ask raster
 expect_part 'a device that gives no answers' "$errors" 'warning: the backend of a device lpd: passes no answers'
 
 # --- the command line

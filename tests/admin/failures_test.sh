@@ -14,7 +14,7 @@ make_queue race "$RASTER"
 make_ppd "$work/other" "$RASTER" '*cupsVendor: "from elsewhere"'
 # shellcheck disable=SC2016 # for the shell that runs them
 other='[ "$REQUEST" != 4 ] || lpadmin -p race -P "$work/other" 2>/dev/null'
-hooked "$other" attach race
+hooked "$other" attach --no-ask race
 expect 'a change between reading and writing: status' "$status" 0
 expect_that 'the change is kept' grep -qF 'from elsewhere' "$(ppd race)"
 ctl detach race
@@ -24,7 +24,7 @@ expect_unchanged 'detached' race
 # shellcheck disable=SC2016
 other='[ "$OPERATION" != CUPS-Get-PPD ] || { cat "$work/other"; echo "*% $REQUEST"; } >"$work/next"
   [ "$OPERATION" != CUPS-Get-PPD ] || lpadmin -p race -P "$work/next" 2>/dev/null'
-hooked "$other" attach race
+hooked "$other" attach --no-ask race
 expect_refused 'changes all the time' 'others change its PPD file all the time'
 expect 'nothing was put in' "$(grep -c velmoctl "$(ppd race)")" 0
 
@@ -32,7 +32,7 @@ expect 'nothing was put in' "$(grep -c velmoctl "$(ppd race)")" 0
 make_queue race "$RASTER"
 # shellcheck disable=SC2016
 other='[ "$REQUEST" != 6 ] || lpadmin -p race -P "$work/other" 2>/dev/null'
-hooked "$other" attach race
+hooked "$other" attach --no-ask race
 expect 'a change between writing and looking: status' "$status" 0
 expect_that 'the change is kept' grep -qF 'from elsewhere' "$(ppd race)"
 expect_that 'the block is there' grep -qF 'velmoctl begin' "$(ppd race)"
@@ -41,12 +41,12 @@ expect_that 'the block is there' grep -qF 'velmoctl begin' "$(ppd race)"
 make_ppd "$work/old" "$RASTER"
 make_queue signal "$RASTER"
 scheduler_client cupsdisable -r 'for a test' signal
-ctl attach signal
+ctl attach --no-ask signal
 cp "$(ppd signal)" "$work/new"
 ctl detach signal
 for name in INT TERM HUP; do
   for number in 1 2 3 4 5 6 7 8; do
-    hooked "[ \"\$REQUEST\" != $number ] || kill -$name \"\$VELMOCTL\"" attach signal
+    hooked "[ \"\$REQUEST\" != $number ] || kill -$name \"\$VELMOCTL\"" attach --no-ask signal
     expect "$name before request $number: the pause" "$(queue_attribute signal printer-state-reasons)" paused
     expect "$name before request $number: ended by it" "$status" $((128 + $(kill -l "$name")))
     whole=no
@@ -60,7 +60,7 @@ done
 cp "$work/old" "$work/given"
 rm "$scheduler_dir/bin/filter/commandtovelmo"
 make_queue filter "$RASTER"
-ctl attach filter
+ctl attach --no-ask filter
 expect_refused 'a filter that is missing' 'cups-missing-filter-warning'
 expect_part 'the old file is given back' "$errors" 'the old PPD file was given back'
 expect_unchanged 'a filter that is missing' filter
@@ -68,13 +68,13 @@ scheduler_install filter "$FILTER"
 if [[ $EUID -eq 0 ]]; then
   # Only a scheduler that runs as root looks at whom its filters belong to.
   chmod 0777 "$scheduler_dir/bin/filter/commandtovelmo"
-  ctl attach filter
+  ctl attach --no-ask filter
   expect_refused 'a filter that others can write' 'cups-insecure-filter-warning'
   expect_unchanged 'a filter that others can write' filter
   chmod 0755 "$scheduler_dir/bin/filter/commandtovelmo"
 fi
 
-ctl attach filter
+ctl attach --no-ask filter
 expect_done 'with a good filter'
 rm "$scheduler_dir/bin/filter/commandtovelmo"
 scheduler_client lpadmin -p filter -P "$(ppd filter)" 2>/dev/null
@@ -91,16 +91,16 @@ scheduler_client lpadmin -p busy -v socket://127.0.0.1:9 2>/dev/null
 scheduler_client lp -d busy -o raw "$work/given" >/dev/null
 printing() { [[ $(queue_attribute busy printer-state) == processing ]]; }
 wait_until 30 printing
-ctl attach busy
+ctl attach --no-ask busy
 expect_refused 'a queue that is printing' 'say --while-printing'
 expect_unchanged 'a queue that is printing' busy
-ctl attach --while-printing busy
+ctl attach --no-ask --while-printing busy
 expect 'a queue that is printing, all the same: status' "$status" 0
 scheduler_client cancel -a busy
 
 # --- the standard output
 make_queue output "$RASTER"
-run_ctl sh -c "exec '$VELMOCTL' attach output >/dev/full"
+run_ctl sh -c "exec '$VELMOCTL' attach --no-ask output >/dev/full"
 expect_refused 'a full standard output' 'velmoctl: standard output cannot be written: No space left on device'
 expect_part 'what was done is said all the same' "$errors" 'what was asked for is done'
 expect_that 'it was done' grep -qF 'velmoctl begin' "$(ppd output)"

@@ -11,13 +11,13 @@ printf -v longest 'n%.0s' {1..127}
 for name in photo 'z|id>pwned|e;' 'a,b' 'a*b' '100%' '^x$' '%s%n' '$(id>pwned)' '`id>pwned`' 'a&b' \
   '<x>' '[x]' '{a}' '!x' 'x=y' '@x' 'x+y' '~' '-lead' '--help' list attach QUEUE 'fö→' '日本語' "$longest"; do
   make_queue "$name" "$RASTER"
-  ctl attach --dry-run -- "$name"
+  ctl attach --no-ask --dry-run -- "$name"
   expect_done "$name: a dry run"
   expect_unchanged "$name: a dry run" "$name"
-  ctl attach -- "$name"
+  ctl attach --no-ask -- "$name"
   expect_done "$name: attach"
   expect_part "$name: attach says so" "$said" "$name: attached"
-  ctl attach -- "$name"
+  ctl attach --no-ask -- "$name"
   expect_part "$name: attach again" "$said" "$name: is attached as wanted, nothing to do"
   ctl list
   expect_part "$name: list" $'\n'"$said"$'\n' $'\n'"$name: attached"$'\n'
@@ -28,10 +28,10 @@ done
 expect 'no name was run as a command' "$(find "$work" -name 'pwned*')" ''
 
 make_queue Photo2 "$RASTER"
-ctl attach PHOTO2
+ctl attach --no-ask PHOTO2
 expect_part 'names are the same in upper and lower case, as for the scheduler' "$said" 'Photo2: attached'
 
-ctl attach Photo2 nowhere photo
+ctl attach --no-ask Photo2 nowhere photo
 expect_refused 'of several queues one is not there' 'velmoctl: nowhere: there is no such queue'
 expect_part 'the queue before it is done' "$said" 'Photo2: is attached'
 expect_part 'the queue behind it is done' "$said" 'photo: attached'

@@ -1,0 +1,88 @@
+// The command jobs that velmoctl sends.
+#include "admin/command_job.h"
+
+#include "admin/memory_file.h"
+
+namespace {
+
+constexpr char const* JOB_NAME = "velmoctl ask";
+constexpr int CANCEL_SECONDS = 60;
+constexpr int HIGHEST_PRIORITY = 100;
+// The levels come last: once they are in, the errors are in as well.
+constexpr char const* COMMANDS = "#CUPS-COMMAND\nReportStatus\nReportLevels\n";
+
+Ipp job_request(ipp_op_t operation, std::string const& queue, int id)
+{
+  Ipp request = make_request(operation, queue);
+  ippAddInteger(request.get(), IPP_TAG_OPERATION, IPP_TAG_INTEGER, "job-id", id);
+  return request;
+}
+
+// The jobs of an answer, each in a group of its own.
+std::vector<Job> read_jobs(ipp_t* answer)
+{
+  std::vector<Job> jobs;
+  bool inside = false;
+  for (auto* it = ippFirstAttribute(answer); it; it = ippNextAttribute(answer)) {
+    bool const is_job = ippGetGroupTag(it) == IPP_TAG_JOB && ippGetName(it);
+    if (is_job && !inside) jobs.emplace_back();
+    inside = is_job;
+    if (!is_job) continue;
+    std::string_view const name = ippGetName(it);
+    if (name == "job-id") jobs.back().id = ippGetInteger(it, 0);
+    if (name == "job-state") jobs.back().state = static_cast<ipp_jstate_t>(ippGetInteger(it, 0));
+    if (name != "job-name") continue;
+    char const* const text = ippGetString(it, 0, nullptr);
+    jobs.back().name = text ? text : "";
+  }
+  return jobs;
+}
+
+}  // namespace
+
+SentJob send_ask(Scheduler const& scheduler, std::string const& queue)
+{
+  MemoryFile const file(COMMANDS);
+  if (file.descriptor() < 0) return {0, "the system has no memory left for a job"};
+  Ipp request = make_request(IPP_OP_PRINT_JOB, queue);
+  ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_NAME, "job-name", nullptr, JOB_NAME);
+  ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_MIMETYPE, "document-format", nullptr,
+               "application/vnd.cups-command");
+  // A default banner would be printed on photo paper.
+  ippAddString(request.get(), IPP_TAG_JOB, IPP_TAG_NAME, "job-sheets", nullptr, "none");
+  ippAddInteger(request.get(), IPP_TAG_JOB, IPP_TAG_INTEGER, "job-cancel-after", CANCEL_SECONDS);
+  ippAddInteger(request.get(), IPP_TAG_JOB, IPP_TAG_INTEGER, "job-priority", HIGHEST_PRIORITY);
+  Answer const answer = send(scheduler, std::move(request), "/", file.descriptor());
+  if (!answer.error.empty()) return {0, answer.error};
+  for (Job const& job : read_jobs(answer.ipp.get()))
+    if (job.id > 0) return {job.id, {}};
+  return {0, "the scheduler gave the job no number"};
+}
+
+std::optional<int> waiting_ask(Scheduler const& scheduler, std::string const& queue)
+{
+  constexpr char const* ATTRIBUTES[] = {"job-id", "job-name", "job-state"};
+  Ipp request = make_request(IPP_OP_GET_JOBS, queue);
+  ippAddBoolean(request.get(), IPP_TAG_OPERATION, "my-jobs", 1);
+  ippAddStrings(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes", 3,
+                nullptr, ATTRIBUTES);
+  Answer const answer = send(scheduler, std::move(request), "/");
+  for (Job const& job : read_jobs(answer.ipp.get()))
+    if (job.name == JOB_NAME && job.state == IPP_JSTATE_PENDING) return job.id;
+  return std::nullopt;
+}
+
+std::optional<ipp_jstate_t> job_state(Scheduler const& scheduler, std::string const& queue, int id)
+{
+  Ipp request = job_request(IPP_OP_GET_JOB_ATTRIBUTES, queue, id);
+  add_keyword(request, IPP_TAG_OPERATION, "requested-attributes", "job-state");
+  Answer const answer = send(scheduler, std::move(request), "/");
+  std::vector<Job> const jobs = read_jobs(answer.ipp.get());
+  if (jobs.empty()) return std::nullopt;
+  return jobs.front().state;
+}
+
+void cancel_job(Scheduler const& scheduler, std::string const& queue, int id)
+{
+  send(scheduler, job_request(IPP_OP_CANCEL_JOB, queue, id), "/jobs/");
+}

@@ -1,0 +1,31 @@
+// The forms in which a queue's status is put out: for people, for programs, for monitors.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "admin/queue_status.h"
+
+// Several lines; with the escape sequences of a terminal's colours if wanted.
+std::string status_text(QueueStatus const& status, bool in_colour);
+
+// An array, one object a queue; null is what is not known.
+std::string status_json(std::vector<QueueStatus> const& statuses);
+
+struct CheckLimits {
+  int warning = 10;            // levels below are low
+  int critical = 3;            // levels below are critical
+  std::optional<int> max_age;  // older levels are a warning, in seconds
+};
+
+struct CheckLine {
+  Severity severity;
+  std::string text;
+};
+
+// One line as the guidelines for monitoring plugins want it.
+CheckLine status_check(QueueStatus const& status, CheckLimits const& limits);
+
+// The exit status that the guidelines have for it.
+int check_exit_status(Severity severity);

@@ -1,0 +1,58 @@
+// Queues' status for programs.
+#include <nlohmann/json.hpp>
+
+#include "admin/status_forms.h"
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json number(std::optional<int> const& value) { return value ? Json(*value) : Json(nullptr); }
+
+Json text(std::string const& value) { return value.empty() ? Json(nullptr) : Json(value); }
+
+char const* state_name(ipp_pstate_t state)
+{
+  if (state == IPP_PSTATE_STOPPED) return "stopped";
+  return state == IPP_PSTATE_PROCESSING ? "printing" : "idle";
+}
+
+Json reason_object(ShownReason const& reason)
+{
+  return {{"keyword", reason.keyword}, {"text", text(reason.text)}, {"codes", reason.codes}};
+}
+
+Json status_object(QueueStatus const& status)
+{
+  Queue const& queue = status.queue;
+  Json object;
+  object["queue"] = queue.name;
+  object["verdict"] = verdict_text(status.verdict, '-');
+  object["state"] = state_name(queue.state);
+  object["state_message"] = queue.state_message;
+  object["accepting"] = queue.accepting;
+  object["jobs"] = queue.jobs;
+  // Below zero the level says why there is none.
+  object["level"] = number(queue.level && *queue.level >= 0 ? queue.level : std::nullopt);
+  object["level_raw"] = number(queue.level);
+  object["ribbon"] = text(status.ribbon);
+  object["prints_left"] = status.prints ? Json(status.prints->left) : Json(nullptr);
+  object["prints_total"] = status.prints ? Json(status.prints->total) : Json(nullptr);
+  object["age_seconds"] = number(status.age);
+  object["reasons"] = Json::array();
+  for (ShownReason const& reason : status.reasons)
+    object["reasons"].push_back(reason_object(reason));
+  object["attached"] = queue.isAttached();
+  object["device"] = queue.device;
+  return object;
+}
+
+}  // namespace
+
+std::string status_json(std::vector<QueueStatus> const& statuses)
+{
+  Json array = Json::array();
+  for (QueueStatus const& status : statuses) array.push_back(status_object(status));
+  // Bytes that are no UTF-8 are shown as such, not taken for the end of the program.
+  return array.dump(2, ' ', false, Json::error_handler_t::replace);
+}
