@@ -247,6 +247,13 @@ scheduler_client lpadmin -p raw -E -v "$DEVICE" 2>/dev/null
 attach raw
 expect "a queue without a PPD file: refused" "$status" 1
 expect_said "a queue without a PPD file: said so" "raw has no PPD file"
+# The program runs as root, and a name is never a command or a pattern.
+for name in 'z|id>pwned|e;' 'a,b' 'a*b' '^x$' 'a;b' -lead; do
+  scheduler_client lpadmin -p "$name" -E -v "$DEVICE" 2>/dev/null
+  (cd "$work" && attach --dry-run "$name")
+  expect_said "the name $name: refused" "$([[ $name == -* ]] && echo 'unknown option' || echo "a queue's name can have only letters")"
+done
+expect "no name was run as a command" "$(find "$work" -name 'pwned*')" ''
 attach raster/draft
 expect_said "an instance of a queue: refused" "is an instance"
 attach
