@@ -8,20 +8,20 @@ root=$(cd "$here/../.." && pwd)
 # shellcheck source=tests/harness/expect.sh
 . "$root/tests/harness/expect.sh"
 
-page_of() { MANWIDTH=500 man -l "$root/packaging/$1.8" 2>/dev/null | col -b | tr -s ' '; }
+page_of() { MANWIDTH=500 man -l "$root/packaging/$1."[18] 2>/dev/null | col -b | tr -s ' '; }
 
 # What mandoc says but for which manuals are installed on this machine.
 faults() { mandoc -T lint "$1" 2>&1 | grep -vE 'outdated mandoc.db|referenced manual not found' || true; }
 
-for page in commandtovelmo velmo-attach-queue; do
-  file=$root/packaging/$page.8
+for page in commandtovelmo.8 velmo-attach-queue.8 velmoctl.1; do
+  file=$root/packaging/$page
   expect "$page: mandoc finds no fault" "$(faults "$file")" ""
   expect "$page: man finds no fault" "$(man -l --warnings "$file" 2>&1 >/dev/null)" ""
 done
 
 expect "only manuals that there are, ours and those of cups and diffutils, are referred to" \
-  "$(sed -n 's/^\.Xr \([^ ]* [0-9]\).*/\1/p' "$root"/packaging/*.8 | LC_ALL=C sort -u | paste -sd,)" \
-  'backend 7,commandtovelmo 8,cups-files.conf 5,cupsd.conf 5,cupstestppd 1,diff 1,filter 7,lpadmin 8,velmo-attach-queue 8'
+  "$(sed -n 's/^\.Xr \([^ ]* [0-9]\).*/\1/p' "$root"/packaging/*.[18] | LC_ALL=C sort -u | paste -sd,)" \
+  'backend 7,client.conf 5,commandtovelmo 8,cups-files.conf 5,cupsd.conf 5,cupstestppd 1,diff 1,filter 7,lpadmin 8,velmo-attach-queue 8'
 
 # The tables of reasons, as lines such as "06 02 02 com.velmo-error0001".
 reasons_of_source() {
