@@ -8,6 +8,7 @@
 namespace {
 
 constexpr int SIDE_CHANNEL = 4;
+constexpr std::string_view ZERO_BYTE{"\0", 1};
 
 // The played printer's own steps do not count.
 class Uncounted {
@@ -40,7 +41,7 @@ std::optional<Outcome> OwnPrinter::meet(Call const& call) const
 {
   if (call.kind == Call::Kind::Message) {
     attempts.append(call.text);
-    attempts.append({"", 1});
+    attempts.append(ZERO_BYTE);
   }
   auto const failure = outcome_of_fault(call);
   bool const pauses = call.kind == Call::Kind::Sleep || call.kind == Call::Kind::Pause;
