@@ -5,7 +5,7 @@
 
 #include "protocol/job_status.h"
 #include "protocol/printer_info.h"
-#include "tests/shipped/allocation_count.h"
+#include "tests/harness/counted_allocations.h"
 
 TEST(Allocations, AreNotMadeByParsing)
 {

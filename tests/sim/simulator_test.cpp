@@ -1,16 +1,15 @@
 // The real simulator over real sockets: what a spooler's backend and a person get from it.
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
 #include "tests/harness/simulator_process.h"
 #include "tests/harness/tcp_peer.h"
+#include "tests/harness/temporary_file.h"
 
 namespace {
 
@@ -60,23 +59,6 @@ void expect_good_answer(SimulatorProcess& simulator, std::uint16_t port)
   peer.send(STATUS_QUERY);
   EXPECT_EQ(peer.receive(192), good_reply());
 }
-
-// A file in a folder for temporary files, for as long as this lives.
-class TemporaryFile {
-public:
-  explicit TemporaryFile(std::string const& text)
-  {
-    int const descriptor = mkstemp(path.data());
-    EXPECT_EQ(write(descriptor, text.data(), text.size()), static_cast<ssize_t>(text.size()));
-    close(descriptor);
-  }
-  ~TemporaryFile() { unlink(path.c_str()); }
-
-  TemporaryFile(TemporaryFile const&) = delete;
-  TemporaryFile& operator=(TemporaryFile const&) = delete;
-
-  std::string path = testing::TempDir() + "velmo-sim-XXXXXX";
-};
 
 }  // namespace
 
@@ -337,7 +319,7 @@ TEST(Simulator, RunsWithTheNullDeviceAsStandardInput)
 TEST(Simulator, TakesOrdersFromAFileWithoutALastNewline)
 {
   TemporaryFile const orders("error 06 02 02\n\nremaining 0\r\nreply-length 3");
-  SimulatorProcess simulator({}, orders.path.c_str());
+  SimulatorProcess simulator({}, orders.path().c_str());
   auto const port = simulator.port();
   expect_lines(simulator, {"now: error 06 02 02", "now: remaining 0", "now: reply-length 3"});
   TcpPeer const peer(port);

@@ -1,4 +1,0 @@
-// How many times the program has asked for memory.
-#pragma once
-
-int allocation_count();
