@@ -13,4 +13,4 @@ struct AskResult {
 // Asks for level and errors and returns when the scheduler has them, or after `timeout`
 // seconds. Complete as soon as the filter has written them: a backend may keep the job for
 // longer.
-AskResult ask_printer(Scheduler const& scheduler, std::string const& queue, int timeout);
+AskResult ask_printer(Scheduler const& scheduler, std::string const& name, int timeout);
