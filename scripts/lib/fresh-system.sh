@@ -42,10 +42,15 @@ system_make() {
 }
 
 # system_enter FOLDER: sets `inside` to the words that run a command in that system, with nothing
-# of this one's environment. What the command mounts ends with it.
+# of this one's environment. What the command mounts ends with it. The folder is mounted on
+# itself, because mounts can be made private only below a mount.
 system_enter() {
-  # shellcheck disable=SC2034 # read by the script that sources this
+  # shellcheck disable=SC2016,SC2034 # for the shell with mounts of its own; read by the script
   inside=(env -i PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin
     HOME=/root LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive http_proxy="${http_proxy:-}"
-    unshare --mount --root="$1" --mount-proc)
+    unshare --mount sh -euc 'root=$1
+      shift
+      mount --bind "$root" "$root"
+      mount -t proc proc "$root/proc"
+      exec chroot "$root" "$@"' - "$1")
 }
