@@ -68,14 +68,14 @@ int meet_fflush(FILE* stream)
 
 unsigned meet_sleep(unsigned seconds)
 {
-  Call const call{.kind = Kind::Sleep, .number = seconds};
+  Call const call{.kind = Kind::Sleep, .number = static_cast<long>(seconds)};
   if (auto const outcome = met(call)) return static_cast<unsigned>(outcome->result);
   return noted(call, REAL_CALLS.sleep(seconds));
 }
 
 int meet_usleep(useconds_t microseconds)
 {
-  Call const call{.kind = Kind::Pause, .number = microseconds};
+  Call const call{.kind = Kind::Pause, .number = static_cast<long>(microseconds)};
   if (auto const outcome = met(call)) return static_cast<int>(outcome->result);
   return noted(call, REAL_CALLS.usleep(microseconds));
 }
