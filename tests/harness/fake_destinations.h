@@ -26,5 +26,5 @@ public:
   bool strdup_fails = false;
 
 private:
-  ReplacementScope scope;
+  ReplacementScope scope_;
 };

@@ -36,14 +36,14 @@ FakeWorld* FakeWorld::current() { return world; }
 
 void FakeWorld::note(std::string const& call)
 {
-  events += messages.take();
-  events += "> " + call + "\n";
+  events_ += messages_.take();
+  events_ += "> " + call + "\n";
 }
 
 std::string FakeWorld::transcript()
 {
-  std::string all = events + messages.take();
-  events.clear();
+  std::string all = events_ + messages_.take();
+  events_.clear();
   return all;
 }
 
@@ -81,11 +81,11 @@ std::optional<Outcome> FakeWorld::meet(Call const& call)
 
 Outcome FakeWorld::read(std::size_t room)
 {
-  piece = next(script.reads, FakeScript::Read{});
-  if (piece.bytes.size() > room) {
-    script.reads.push_front({piece.bytes.substr(room)});
-    piece.bytes.resize(room);
+  piece_ = next(script.reads, FakeScript::Read{});
+  if (piece_.bytes.size() > room) {
+    script.reads.push_front({piece_.bytes.substr(room)});
+    piece_.bytes.resize(room);
   }
-  if (piece.bytes.empty()) return {piece.result};
-  return {static_cast<long>(piece.bytes.size()), piece.bytes};
+  if (piece_.bytes.empty()) return {piece_.result};
+  return {static_cast<long>(piece_.bytes.size()), piece_.bytes};
 }

@@ -46,7 +46,7 @@ public:
 
   // Notes the call and answers it; takes a text down as if it had been written.
   std::optional<Outcome> meet(Call const& call);
-  void hear(std::string_view text) { events += text; }
+  void hear(std::string_view text) { events_ += text; }
 
   void note(std::string const& call);
   static FakeWorld* current();
@@ -54,8 +54,8 @@ public:
 private:
   Outcome read(std::size_t room);
 
-  StderrCapture messages;
-  std::string events;
-  FakeScript::Read piece;
-  OutsideCalls calls{[this](Call const& call) { return meet(call); }};
+  StderrCapture messages_;
+  std::string events_;
+  FakeScript::Read piece_;
+  OutsideCalls calls_{[this](Call const& call) { return meet(call); }};
 };

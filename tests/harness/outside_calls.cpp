@@ -135,10 +135,10 @@ void take_calls(ReplacedCalls& calls)
 }  // namespace
 
 OutsideCalls::OutsideCalls(Meet meet_call, Note note_call)
-    : meet(std::move(meet_call)), note(std::move(note_call)), outer(std::exchange(current, this))
+    : meet(std::move(meet_call)), note(std::move(note_call)), outer_(std::exchange(current, this))
 {
   message.reserve(PIPE_BUF);
   take_calls(replaced_calls);
 }
 
-OutsideCalls::~OutsideCalls() { current = outer; }
+OutsideCalls::~OutsideCalls() { current = outer_; }

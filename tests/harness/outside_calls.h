@@ -51,6 +51,6 @@ public:
   std::string message{};
 
 private:
-  ReplacementScope const scope{};
-  OutsideCalls* const outer;
+  ReplacementScope const scope_{};
+  OutsideCalls* const outer_;
 };

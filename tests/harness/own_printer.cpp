@@ -16,10 +16,10 @@ public:
   Uncounted() = default;
   Uncounted(Uncounted const&) = delete;
   Uncounted& operator=(Uncounted const&) = delete;
-  ~Uncounted() { go_on_watching(counts); }
+  ~Uncounted() { go_on_watching(counts_); }
 
 private:
-  StepCounts* const counts = stop_watching();
+  StepCounts* const counts_ = stop_watching();
 };
 
 std::string receive(int descriptor)
@@ -33,15 +33,15 @@ std::string receive(int descriptor)
 
 OwnPrinter::OwnPrinter(PrinterScript const& script, MemoryFile const& device_file,
                        MemoryFile const& attempts_file)
-    : printer(script), device(device_file), attempts(attempts_file)
+    : printer_(script), device_(device_file), attempts_(attempts_file)
 {
 }
 
 std::optional<Outcome> OwnPrinter::meet(Call const& call) const
 {
   if (call.kind == Call::Kind::Message) {
-    attempts.append(call.text);
-    attempts.append(ZERO_BYTE);
+    attempts_.append(call.text);
+    attempts_.append(ZERO_BYTE);
   }
   auto const failure = outcome_of_fault(call);
   bool const pauses = call.kind == Call::Kind::Sleep || call.kind == Call::Kind::Pause;
@@ -59,9 +59,9 @@ std::optional<int> OwnPrinter::begin(Wait wait)
 void OwnPrinter::hear_device()
 {
   Uncounted const here;
-  std::string const all = device.text();
-  printer.hear_device(all.substr(heard));
-  heard = all.size();
+  std::string const all = device_.text();
+  printer_.hear_device(all.substr(heard_));
+  heard_ = all.size();
 }
 
 // Only the last request counts, a torn one gets no answer, and what the filter has not fetched
@@ -70,19 +70,19 @@ void OwnPrinter::answer_request()
 {
   Uncounted const here;
   std::string request;
-  for (std::string next; !(next = receive(channels.side_channel.get())).empty();) request = next;
+  for (std::string next; !(next = receive(channels_.side_channel.get())).empty();) request = next;
   if (request.empty()) return;
   while (!receive(SIDE_CHANNEL).empty()) continue;
   if (request.size() != 4) return;
-  printer.hear_request(request);
-  std::string const answer = printer.side_channel_feed().bytes;
-  send(channels.side_channel.get(), answer.data(), answer.size(), 0);
+  printer_.hear_request(request);
+  std::string const answer = printer_.side_channel_feed().bytes;
+  send(channels_.side_channel.get(), answer.data(), answer.size(), 0);
 }
 
 void OwnPrinter::send_reply()
 {
   Uncounted const here;
-  std::string const reply = printer.back_channel_feed().bytes;
+  std::string const reply = printer_.back_channel_feed().bytes;
   auto const size = static_cast<ssize_t>(reply.size());
-  if (write(channels.back_channel.get(), reply.data(), reply.size()) != size) abort();
+  if (write(channels_.back_channel.get(), reply.data(), reply.size()) != size) abort();
 }

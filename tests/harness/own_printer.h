@@ -23,13 +23,13 @@ private:
   void answer_request();
   void send_reply();
 
-  ScriptedPrinter printer;
-  MemoryFile const& device;
-  MemoryFile const& attempts;
-  std::size_t heard = 0;
+  ScriptedPrinter printer_;
+  MemoryFile const& device_;
+  MemoryFile const& attempts_;
+  std::size_t heard_ = 0;
   // Packets keep the borders between requests, and between answers.
-  OwnChannels channels{SOCK_SEQPACKET, [this](Wait wait) { return begin(wait); }};
-  OutsideCalls calls{[this](Call const& call) { return meet(call); },
+  OwnChannels channels_{SOCK_SEQPACKET, [this](Wait wait) { return begin(wait); }};
+  OutsideCalls calls_{[this](Call const& call) { return meet(call); },
                      [this](Call const& call, Outcome const& /*outcome*/) {
                        if (call.kind == Call::Kind::Flush) hear_device();
                      }};

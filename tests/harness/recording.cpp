@@ -21,7 +21,7 @@ std::string call_text(Call const& call)
 
 void Recording::note(Call const& call, Outcome const& outcome)
 {
-  Event& event = events.back();
+  Event& event = events_.back();
   if (call.kind == Call::Kind::Message) {
     require(call.text.ends_with('\n') && call.text.size() <= PIPE_BUF, "a write is whole lines");
     event.messages += call.text;
@@ -31,17 +31,17 @@ void Recording::note(Call const& call, Outcome const& outcome)
   event.outcome = outcome;
   event.written = call.text;
   event.read = outcome.text;
-  events.emplace_back();
+  events_.emplace_back();
 }
 
-void Recording::expect_message(std::string_view text) { expected += text; }
+void Recording::expect_message(std::string_view text) { expected_ += text; }
 
 Outcome Recording::expect_call(Call const& call)
 {
-  Event& event = events[at++];
-  require_equal(event.messages, expected);
-  expected.clear();
-  require(at < events.size(), "another call comes next");
+  Event& event = events_[at_++];
+  require_equal(event.messages, expected_);
+  expected_.clear();
+  require(at_ < events_.size(), "another call comes next");
   event.call.text = event.written;
   if (!(event.call == call)) require_equal(call_text(event.call), call_text(call));
   event.outcome.text = event.read;
@@ -50,6 +50,6 @@ Outcome Recording::expect_call(Call const& call)
 
 void Recording::expect_end()
 {
-  require_equal(events[at].messages, expected);
-  require(at + 1 == events.size(), "nothing else happens");
+  require_equal(events_[at_].messages, expected_);
+  require(at_ + 1 == events_.size(), "nothing else happens");
 }

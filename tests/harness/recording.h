@@ -33,7 +33,7 @@ private:
     std::string read{};
   };
 
-  std::vector<Event> events{1};  // the last one is still to come
-  std::size_t at = 0;
-  std::string expected{};  // of the messages before the next call
+  std::vector<Event> events_{1};  // the last one is still to come
+  std::size_t at_ = 0;
+  std::string expected_{};  // of the messages before the next call
 };

@@ -40,8 +40,8 @@ public:
   ReplacementScope() = default;
   ReplacementScope(ReplacementScope const&) = delete;
   ReplacementScope& operator=(ReplacementScope const&) = delete;
-  ~ReplacementScope() { replaced_calls = before; }
+  ~ReplacementScope() { replaced_calls = before_; }
 
 private:
-  ReplacedCalls before = replaced_calls;
+  ReplacedCalls before_ = replaced_calls;
 };

@@ -12,7 +12,7 @@ constexpr unsigned MOSTLY_TAKEN = 0xf8;  // what is below
 
 }  // namespace
 
-unsigned ScriptedCalls::next() { return at < script.size() ? script[at++] : 0xff; }
+unsigned ScriptedCalls::next() { return at_ < script_.size() ? script_[at_++] : 0xff; }
 
 Outcome ScriptedCalls::meet(Call const& call)
 {
@@ -20,7 +20,7 @@ Outcome ScriptedCalls::meet(Call const& call)
   switch (call.kind) {
     case Kind::Message:
       // A standard error that is closed or full must change nothing: it fails now and then.
-      return {at % 3 == 2 ? -1 : size};
+      return {at_ % 3 == 2 ? -1 : size};
     case Kind::Write: {
       unsigned const decision = next();
       return {decision < MOSTLY_TAKEN ? size : static_cast<long>(decision) % size};
@@ -45,8 +45,8 @@ Outcome ScriptedCalls::request(Call const& call)
   unsigned const decision = next();
   int const status = decision < 0x70 ? 1 : static_cast<signed char>(decision - 0x70);
   auto const fill = static_cast<char>(next());
-  text.assign(static_cast<std::size_t>(call.room) * next() / 255, fill);
-  return {status, text, static_cast<int>(next() << 24) | static_cast<int>(call.room)};
+  text_.assign(static_cast<std::size_t>(call.room) * next() / 255, fill);
+  return {status, text_, static_cast<int>(next() << 24) | static_cast<int>(call.room)};
 }
 
 // 0xff and 0xfe: an error and silence. Else a piece of that length, up to all of the room,
@@ -55,7 +55,7 @@ Outcome ScriptedCalls::read(Call const& call)
 {
   unsigned const decision = next();
   if (decision >= 0xfe) return {decision == 0xff ? -1 : 0};
-  text.assign(std::min(2UL * decision + 1, static_cast<unsigned long>(call.room)),
+  text_.assign(std::min(2UL * decision + 1, static_cast<unsigned long>(call.room)),
               static_cast<char>(next()));
-  return {static_cast<long>(text.size()), text};
+  return {static_cast<long>(text_.size()), text_};
 }

@@ -10,7 +10,7 @@
 // fails.
 class ScriptedCalls {
 public:
-  explicit ScriptedCalls(std::span<unsigned char const> bytes) : script(bytes) {}
+  explicit ScriptedCalls(std::span<unsigned char const> bytes) : script_(bytes) {}
 
   // The outcome of a call of the exchange; what its text refers to lives until the next one.
   Outcome meet(Call const& call);
@@ -20,7 +20,7 @@ private:
   Outcome request(Call const& call);
   Outcome read(Call const& call);
 
-  std::span<unsigned char const> script;
-  std::size_t at = 0;
-  std::string text{};
+  std::span<unsigned char const> script_;
+  std::size_t at_ = 0;
+  std::string text_{};
 };

@@ -38,7 +38,7 @@ ScriptedChannels::ScriptedChannels(std::string_view text)
   while (at < text.size()) {
     std::size_t const next = find_marker(text, at + 3);
     char const kind = text[at + 1];
-    Parts& parts = kind == 'S' || kind == 's' ? side_parts : back_parts;
+    Parts& parts = kind == 'S' || kind == 's' ? side_parts_ : back_parts_;
     parts.push_back({std::string(text.substr(at + 3, next - at - 3)), kind == 's' || kind == 'b'});
     at = next;
   }
@@ -47,8 +47,8 @@ ScriptedChannels::ScriptedChannels(std::string_view text)
 void ScriptedChannels::begin(Wait wait)
 {
   bool const back = wait == Wait::ForReply;
-  FileDescriptor& end = back ? channels.back_channel : channels.side_channel;
-  Parts& parts = back ? back_parts : side_parts;
+  FileDescriptor& end = back ? channels_.back_channel : channels_.side_channel;
+  Parts& parts = back ? back_parts_ : side_parts_;
   if (!back && end.get() >= 0) take_requests(end);
   if (wait == Wait::ForRoom || parts.empty() || end.get() < 0) return;
   if (has_come(back ? BACK_CHANNEL : SIDE_CHANNEL)) return;

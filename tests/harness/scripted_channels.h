@@ -29,9 +29,9 @@ private:
 
   void begin(Wait wait);
 
-  Parts side_parts{};
-  Parts back_parts{};
-  OwnChannels channels{SOCK_STREAM, [this](Wait wait) -> std::optional<int> {
+  Parts side_parts_{};
+  Parts back_parts_{};
+  OwnChannels channels_{SOCK_STREAM, [this](Wait wait) -> std::optional<int> {
                          begin(wait);
                          return std::nullopt;
                        }};

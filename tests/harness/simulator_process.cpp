@@ -85,26 +85,26 @@ SimulatorProcess::SimulatorProcess(std::vector<std::string> const& options, char
   std::vector<char*> arguments{program.data()};
   for (auto& word : words) arguments.push_back(word.data());
   arguments.push_back(nullptr);
-  EXPECT_EQ(posix_spawn(&pid, SIMULATOR, &files, nullptr, arguments.data(), environ), 0);
+  EXPECT_EQ(posix_spawn(&pid_, SIMULATOR, &files, nullptr, arguments.data(), environ), 0);
 
   posix_spawn_file_actions_destroy(&files);
   close(in.read_end);
   close(out.write_end);
   close(err.write_end);
-  input = in.write_end;
-  output = out.read_end;
-  errors = err.read_end;
+  input_ = in.write_end;
+  output_ = out.read_end;
+  errors_ = err.read_end;
 }
 
 SimulatorProcess::~SimulatorProcess()
 {
-  if (pid > 0) {
-    kill(pid, SIGKILL);
-    waitpid(pid, nullptr, 0);
+  if (pid_ > 0) {
+    kill(pid_, SIGKILL);
+    waitpid(pid_, nullptr, 0);
   }
   end_input();
-  close(output);
-  close(errors);
+  close(output_);
+  close(errors_);
 }
 
 std::uint16_t SimulatorProcess::port()
@@ -116,35 +116,35 @@ std::uint16_t SimulatorProcess::port()
   return static_cast<std::uint16_t>(std::strtoul(line.c_str() + start.size(), nullptr, 10));
 }
 
-std::string SimulatorProcess::next_line() { return take_line(output, unread_output); }
+std::string SimulatorProcess::next_line() { return take_line(output_, unread_output_); }
 
-std::string SimulatorProcess::next_error_line() { return take_line(errors, unread_errors); }
+std::string SimulatorProcess::next_error_line() { return take_line(errors_, unread_errors_); }
 
-std::string SimulatorProcess::rest_of_output() { return take_rest(output, unread_output); }
+std::string SimulatorProcess::rest_of_output() { return take_rest(output_, unread_output_); }
 
-std::string SimulatorProcess::rest_of_errors() { return take_rest(errors, unread_errors); }
+std::string SimulatorProcess::rest_of_errors() { return take_rest(errors_, unread_errors_); }
 
 int SimulatorProcess::exit_status()
 {
   // Its output ends when it does. One that does not end has failed the test and is killed.
   rest_of_output();
-  if (testing::Test::HasFailure()) kill(pid, SIGKILL);
+  if (testing::Test::HasFailure()) kill(pid_, SIGKILL);
   int status = 0;
-  waitpid(pid, &status, 0);
-  pid = -1;
+  waitpid(pid_, &status, 0);
+  pid_ = -1;
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 void SimulatorProcess::order(std::string const& line) const
 {
   auto const text = line + '\n';
-  EXPECT_EQ(write(input, text.data(), text.size()), static_cast<ssize_t>(text.size()));
+  EXPECT_EQ(write(input_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
 }
 
 void SimulatorProcess::end_input()
 {
-  if (input >= 0) close(input);
-  input = -1;
+  if (input_ >= 0) close(input_);
+  input_ = -1;
 }
 
-void SimulatorProcess::signal(int number) const { kill(pid, number); }
+void SimulatorProcess::signal(int number) const { kill(pid_, number); }

@@ -32,10 +32,10 @@ public:
   void signal(int number) const;
 
 private:
-  pid_t pid = -1;
-  int input = -1;
-  int output = -1;
-  int errors = -1;
-  std::string unread_output;
-  std::string unread_errors;
+  pid_t pid_ = -1;
+  int input_ = -1;
+  int output_ = -1;
+  int errors_ = -1;
+  std::string unread_output_;
+  std::string unread_errors_;
 };

@@ -20,29 +20,29 @@ int checked(int result)
 
 }  // namespace
 
-Descriptor2::Descriptor2(int replacement) : saved(checked(dup(2)))
+Descriptor2::Descriptor2(int replacement) : saved_(checked(dup(2)))
 {
   checked(dup2(replacement, 2));
 }
 
 Descriptor2::~Descriptor2()
 {
-  dup2(saved, 2);
-  close(saved);
+  dup2(saved_, 2);
+  close(saved_);
 }
 
-StderrCapture::StderrCapture() : file(checked(memfd_create("stderr", 0))), redirection(file) {}
+StderrCapture::StderrCapture() : file_(checked(memfd_create("stderr", 0))), redirection_(file_) {}
 
-StderrCapture::~StderrCapture() { close(file); }
+StderrCapture::~StderrCapture() { close(file_); }
 
 std::string StderrCapture::take()
 {
   std::string text;
   std::array<char, 65536> piece;
   ssize_t got;
-  while ((got = pread(file, piece.data(), piece.size(), taken)) > 0) {
+  while ((got = pread(file_, piece.data(), piece.size(), taken_)) > 0) {
     text.append(piece.data(), static_cast<std::size_t>(got));
-    taken += got;
+    taken_ += got;
   }
   return text;
 }
@@ -56,8 +56,8 @@ StderrWrites::Ends StderrWrites::packet_pair()
 
 StderrWrites::~StderrWrites()
 {
-  close(ends.in);
-  close(ends.out);
+  close(ends_.in);
+  close(ends_.out);
 }
 
 std::vector<std::string> StderrWrites::take()
@@ -65,7 +65,7 @@ std::vector<std::string> StderrWrites::take()
   std::vector<std::string> writes;
   std::array<char, 65536> packet;
   ssize_t got;
-  while ((got = recv(ends.out, packet.data(), packet.size(), 0)) > 0) {
+  while ((got = recv(ends_.out, packet.data(), packet.size(), 0)) > 0) {
     writes.emplace_back(packet.data(), static_cast<std::size_t>(got));
   }
   return writes;

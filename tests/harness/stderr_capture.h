@@ -15,7 +15,7 @@ public:
   Descriptor2& operator=(Descriptor2 const&) = delete;
 
 private:
-  int saved;
+  int saved_;
 };
 
 // Collects the text. A sanitizer's report lands in it too: when a test program dies
@@ -31,9 +31,9 @@ public:
   std::string take();
 
 private:
-  int file;
-  off_t taken = 0;
-  Descriptor2 redirection;
+  int file_;
+  off_t taken_ = 0;
+  Descriptor2 redirection_;
 };
 
 // Collects the writes one by one, some hundred small ones at most: what is written at
@@ -54,10 +54,10 @@ private:
     int out;
   };
   static Ends packet_pair();
-  explicit StderrWrites(Ends packets) : ends(packets), redirection(packets.in) {}
+  explicit StderrWrites(Ends packets) : ends_(packets), redirection_(packets.in) {}
 
-  Ends ends;
-  Descriptor2 redirection;
+  Ends ends_;
+  Descriptor2 redirection_;
 };
 
 // Whether every write is one complete line, as it must be on a pipe that the job's

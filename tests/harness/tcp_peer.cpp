@@ -17,35 +17,35 @@ constexpr timeval PATIENCE{60, 0};  // far beyond what the slowest machine needs
 
 }  // namespace
 
-TcpPeer::TcpPeer(std::uint16_t port) : descriptor(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
+TcpPeer::TcpPeer(std::uint16_t port) : descriptor_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
 {
-  setsockopt(descriptor, SOL_SOCKET, SO_RCVTIMEO, &PATIENCE, sizeof PATIENCE);
+  setsockopt(descriptor_, SOL_SOCKET, SO_RCVTIMEO, &PATIENCE, sizeof PATIENCE);
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_port = htons(port);
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  EXPECT_EQ(connect(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+  EXPECT_EQ(connect(descriptor_, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
 }
 
 TcpPeer::~TcpPeer()
 {
-  if (descriptor >= 0) close(descriptor);
+  if (descriptor_ >= 0) close(descriptor_);
 }
 
 void TcpPeer::send(Bytes const& bytes) const
 {
-  EXPECT_EQ(::send(descriptor, bytes.data(), bytes.size(), MSG_NOSIGNAL),
+  EXPECT_EQ(::send(descriptor_, bytes.data(), bytes.size(), MSG_NOSIGNAL),
             static_cast<ssize_t>(bytes.size()));
 }
 
-void TcpPeer::half_close() const { EXPECT_EQ(shutdown(descriptor, SHUT_WR), 0); }
+void TcpPeer::half_close() const { EXPECT_EQ(shutdown(descriptor_, SHUT_WR), 0); }
 
 void TcpPeer::vanish()
 {
   linger const reset{1, 0};
-  setsockopt(descriptor, SOL_SOCKET, SO_LINGER, &reset, sizeof reset);
-  close(descriptor);
-  descriptor = -1;
+  setsockopt(descriptor_, SOL_SOCKET, SO_LINGER, &reset, sizeof reset);
+  close(descriptor_);
+  descriptor_ = -1;
 }
 
 TcpPeer::Bytes TcpPeer::receive(std::size_t count) const
@@ -54,7 +54,7 @@ TcpPeer::Bytes TcpPeer::receive(std::size_t count) const
   std::array<std::uint8_t, 4096> bytes{};
   while (received.size() < count) {
     auto const room = std::min(bytes.size(), count - received.size());
-    auto const size = recv(descriptor, bytes.data(), room, 0);
+    auto const size = recv(descriptor_, bytes.data(), room, 0);
     EXPECT_GE(size, 0) << "the simulator neither answers nor closes";
     if (size <= 0) break;
     received.insert(received.end(), bytes.begin(), bytes.begin() + size);
@@ -68,6 +68,6 @@ unsigned TcpPeer::segments() const
 {
   tcp_info info{};
   socklen_t size = sizeof info;
-  EXPECT_EQ(getsockopt(descriptor, IPPROTO_TCP, TCP_INFO, &info, &size), 0);
+  EXPECT_EQ(getsockopt(descriptor_, IPPROTO_TCP, TCP_INFO, &info, &size), 0);
   return info.tcpi_data_segs_in;
 }

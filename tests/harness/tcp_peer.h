@@ -27,5 +27,5 @@ public:
   [[nodiscard]] unsigned segments() const;
 
 private:
-  int descriptor;
+  int descriptor_;
 };
