@@ -30,7 +30,7 @@ private:
   // Packets keep the borders between requests, and between answers.
   OwnChannels channels_{SOCK_SEQPACKET, [this](Wait wait) { return begin(wait); }};
   OutsideCalls calls_{[this](Call const& call) { return meet(call); },
-                     [this](Call const& call, Outcome const& /*outcome*/) {
-                       if (call.kind == Call::Kind::Flush) hear_device();
-                     }};
+                      [this](Call const& call, Outcome const& /*outcome*/) {
+                        if (call.kind == Call::Kind::Flush) hear_device();
+                      }};
 };

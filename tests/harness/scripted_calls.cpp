@@ -56,6 +56,6 @@ Outcome ScriptedCalls::read(Call const& call)
   unsigned const decision = next();
   if (decision >= 0xfe) return {decision == 0xff ? -1 : 0};
   text_.assign(std::min(2UL * decision + 1, static_cast<unsigned long>(call.room)),
-              static_cast<char>(next()));
+               static_cast<char>(next()));
   return {static_cast<long>(text_.size()), text_};
 }

@@ -32,7 +32,7 @@ private:
   Parts side_parts_{};
   Parts back_parts_{};
   OwnChannels channels_{SOCK_STREAM, [this](Wait wait) -> std::optional<int> {
-                         begin(wait);
-                         return std::nullopt;
-                       }};
+                          begin(wait);
+                          return std::nullopt;
+                        }};
 };
