@@ -212,7 +212,8 @@ TEST(Detach, GivesBackTheFileByteForByte)
        {std::string(), std::string("*A: 1"), std::string("*A: 1\n"), std::string("*A: 1\r\n*B: 2"),
         std::string("*A: 1\r*B: 2\r"), std::string("*A: 1\n*B: 2\r\n*C: 3\r"),
         std::string("*A: \xfc\n"), std::string("*% a: \" quote\n"), std::string("*A: 1\r\n\x1a"),
-        joined({RIVAL, "*cupsCommands: \"a\r\nb\"\r\n", RASTER}), std::string(RIVAL, 57)}) {
+        joined({RIVAL, "*cupsCommands: \"a\r\nb\"\r\n", RASTER}),
+        std::string(RIVAL).substr(0, 45) + "x\""}) {
     std::string const changed = attached(file, replacing());
     EXPECT_NE(changed, file);
     EXPECT_FALSE(attachment_problem(read_ppd_records(changed).records)) << changed;
