@@ -16,9 +16,8 @@ using ReasonSlots = std::array<char const*, 4>;
 using Reasons = std::vector<std::string_view>;  // ascending, each once
 
 // Puts a reason into its place, unless it stands there. Looks from the end, since most
-// rows of the table come in ascending order: a report then costs 5,400 instructions less than
-// with a list that is sorted at its end, which the bar on a query's instructions has no room
-// for.
+// rows of the table come in ascending order. With a list that is sorted at its end a query
+// costs 29,000 instructions instead of 23,700, and its bar is 25,000.
 void insert_in_order(Reasons& known, std::string_view reason)
 {
   auto place = known.end();
