@@ -70,7 +70,7 @@ std::optional<Outcome> FakeWorld::meet(Call const& call)
       return read(static_cast<std::size_t>(call.room));
     case Kind::Sleep:
       note("sleep(" + std::to_string(call.number) + ")");
-      return Outcome{script.unslept};
+      return Outcome{static_cast<long>(script.unslept)};
     case Kind::Pause:
       note("usleep(" + std::to_string(call.number) + ")");
       return Outcome{};
