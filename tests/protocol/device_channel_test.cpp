@@ -27,8 +27,9 @@ void expect_exchange(Exchange const& use, FakeScript const& script, std::string 
 {
   std::optional<std::string> bytes;
   std::string const transcript = told(script, [&](Surroundings const& outside) {
-    bytes = tell_exchange(
-        outside, {use.name, use.command, static_cast<std::size_t>(use.minimum_reply), use.pause});
+    bytes =
+        tell_exchange(outside, {use.name, use.command, static_cast<std::size_t>(use.minimum_reply),
+                                static_cast<long>(use.pause)});
   });
   EXPECT_EQ(bytes, reply);
   FakeWorld world(script);
