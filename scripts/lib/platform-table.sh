@@ -34,7 +34,8 @@ versions() {
 # Writes the page's part between its marks anew, with the table just made.
 write_page() {
   {
-    printf '\n%s\n\n' "$(figures_origin scripts/matrix)"
+    # shellcheck disable=SC2016 # marks of Markdown
+    printf '\nMade by `scripts/matrix` on %s.\n\n' "$(date -u +%Y-%m-%d)"
     cat "$matrix/table.md"
     echo
     versions
