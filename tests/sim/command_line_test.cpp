@@ -54,7 +54,7 @@ TEST(SimulatorCommandLine, HelpTellsEveryOptionWithItsUnitAndDefault)
            "(default 00 00 00 00)",
            "--job-reply-length 0..65535 Length of the job status reply, in bytes (default 20)",
        })
-    EXPECT_NE(help.find(" " + option + " "), std::string::npos) << option << "\nin\n" << help;
+    EXPECT_NE(help.find(" " + option + " "), std::string::npos) << option << " in: " << help;
   EXPECT_EQ(simulator.exit_status(), 0);
 }
 
