@@ -32,35 +32,35 @@ FaultedWorld make_world()
 
 class FaultyWorld {
 public:
-  FaultyWorld(Fault const& planned, bool is_harmless) : fault(planned), harmless(is_harmless) {}
+  FaultyWorld(Fault const& fault, bool harmless) : fault_(fault), harmless_(harmless) {}
 
   ExpectedRun tell()
   {
     Surroundings const here{[this](Call const& call) { return meet(call); },
-                            [this](std::string_view text) { run.messages += text; }};
+                            [this](std::string_view text) { run_.messages += text; }};
     if (fails(Step::FileOpen)) {
-      run.exit_status = 1;
-      run.messages =
-          std::string("ERROR: Unable to open command file - : ") + strerror(fault.error) + "\n";
+      run_.exit_status = 1;
+      run_.messages =
+          std::string("ERROR: Unable to open command file - : ") + strerror(fault_.error) + "\n";
     } else {
-      run.exit_status = tell_run(here);
+      run_.exit_status = tell_run(here);
     }
     tell_job_status(here);
-    return run;
+    return run_;
   }
 
 private:
   // Counts the step; whether it fails.
-  bool fails(Step step) { return fault.hits(step, count_of(counts, step)++) && !harmless; }
+  bool fails(Step step) { return fault_.hits(step, count_of(counts_, step)++) && !harmless_; }
 
   Outcome meet(Call const& call)
   {
     switch (call.kind) {
       case Kind::Write:
-        command = call.text;
-        return {fails(Step::DeviceWrite) ? fault.result : static_cast<long>(command.size())};
+        command_ = call.text;
+        return {fails(Step::DeviceWrite) ? fault_.result : static_cast<long>(command_.size())};
       case Kind::Flush:
-        return {fails(Step::DeviceFlush) ? fault.result : hear_command()};
+        return {fails(Step::DeviceFlush) ? fault_.result : hear_command()};
       case Kind::Request:
         return is_answered() ? Outcome{1, "\x01"} : Outcome{TIMEOUT};
       case Kind::Read:
@@ -74,10 +74,10 @@ private:
 
   long hear_command()
   {
-    run.device += command;
-    pieces.clear();
-    if (command == "\033V21") pieces = every_step().printer.replies.at(queries++);
-    if (command.starts_with("\033V10")) pieces = every_step().printer.job_status;
+    run_.device += command_;
+    pieces_.clear();
+    if (command_ == "\033V21") pieces_ = every_step().printer.replies.at(queries_++);
+    if (command_.starts_with("\033V10")) pieces_ = every_step().printer.job_status;
     return 0;
   }
 
@@ -92,28 +92,28 @@ private:
   {
     // Whatever a wait ends with, the read after it finds nothing.
     if (fails(Step::ReplyWait)) return {-1};
-    if (fails(Step::ReplyRead)) return {fault.result};
-    piece = pieces.front().bytes;
-    pieces.erase(pieces.begin());
-    return {static_cast<long>(piece.size()), piece};
+    if (fails(Step::ReplyRead)) return {fault_.result};
+    piece_ = pieces_.front().bytes;
+    pieces_.erase(pieces_.begin());
+    return {static_cast<long>(piece_.size()), piece_};
   }
 
   Outcome next_directive()
   {
-    if (directives == 0 && fails(Step::StandardInput)) return {};
-    if (directives == 2 || fails(Step::FileRead)) return {};
-    return directives++ == 0 ? Outcome{1, "ReportLevels"} : Outcome{COMMENTS + 2, "ReportStatus"};
+    if (directives_ == 0 && fails(Step::StandardInput)) return {};
+    if (directives_ == 2 || fails(Step::FileRead)) return {};
+    return directives_++ == 0 ? Outcome{1, "ReportLevels"} : Outcome{COMMENTS + 2, "ReportStatus"};
   }
 
-  Fault fault;
-  bool harmless;
-  StepCounts counts{};
-  ExpectedRun run{};
-  std::string command{};
-  Reply pieces{};  // of the reply that is on its way
-  std::string piece{};
-  std::size_t queries = 0;
-  int directives = 0;
+  Fault fault_;
+  bool harmless_;
+  StepCounts counts_{};
+  ExpectedRun run_{};
+  std::string command_{};
+  Reply pieces_{};  // of the reply that is on its way
+  std::string piece_{};
+  std::size_t queries_ = 0;
+  int directives_ = 0;
 };
 
 }  // namespace
