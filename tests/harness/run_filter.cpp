@@ -144,7 +144,10 @@ Transcript run_filter(Job const& job, PrinterScript const& script)
 
 Transcript run_commands(std::string const& commands, PrinterScript const& script)
 {
-  Job job;
-  job.standard_input = commands;
-  return run_filter(job, script);
+  return run_filter({.standard_input = commands}, script);
+}
+
+Transcript run_file(std::string const& path, PrinterScript const& script)
+{
+  return run_filter({.arguments = {"1", "user", "title", "1", "", path}}, script);
 }

@@ -21,5 +21,6 @@ struct Transcript {
 // waits or pauses, and time passes only then. The transcript is the same on every machine.
 Transcript run_filter(Job const& job, PrinterScript const& script = {});
 
-// The same for a job whose commands come on standard input.
+// The same for a job whose commands come on standard input, and for one with a command file.
 Transcript run_commands(std::string const& commands, PrinterScript const& script = {});
+Transcript run_file(std::string const& path, PrinterScript const& script = {});

@@ -6,10 +6,8 @@
 #include <iterator>
 #include <set>
 
-#include "tests/harness/run_filter.h"
-#include "tests/harness/same_text.h"
 #include "tests/harness/temporary_file.h"
-#include "tests/oracle/run_text.h"
+#include "tests/program/woken_run.h"
 
 namespace {
 
@@ -36,16 +34,14 @@ TEST(Directives, AreTheDocumentedOnesAndNoOtherWordOfTheExecutable)
   for (char const* documented : {"ReportLevels", "ReportStatus"})
     ASSERT_EQ(words.erase(documented), 1U) << documented;
   std::string commands;
-  std::string messages = wake_up_text();
+  std::string messages;
   int line = 0;
   for (std::string const& word : words) {
     commands += word + "\n";
     messages += directive_text(word, ++line);
   }
   TemporaryFile const file(commands);
-  Job job;
-  job.arguments.push_back(file.path());
-  EXPECT_TEXT(run_filter(job).messages, messages);
+  expect_woken_run(run_file(file.path()), messages);
 }
 
 }  // namespace

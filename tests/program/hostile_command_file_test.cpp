@@ -5,26 +5,10 @@
 #include <sstream>
 
 #include "tests/harness/command_feeder.h"
-#include "tests/harness/run_filter.h"
-#include "tests/harness/same_text.h"
 #include "tests/harness/temporary_file.h"
-#include "tests/oracle/run_text.h"
+#include "tests/program/woken_run.h"
 
 namespace {
-
-Transcript run_file(std::string const& path)
-{
-  Job job;
-  job.arguments.push_back(path);
-  return run_filter(job);
-}
-
-void expect_directives(Transcript const& run, std::string const& directives)
-{
-  std::string const messages = wake_up_text() + directives;
-  EXPECT_TEXT(run.messages, messages);
-  EXPECT_TEXT(run.events, probe_events() + wake_up_events() + exit_event(0));
-}
 
 std::string directive_of_line(int line) { return "Directive" + std::to_string(line); }
 
@@ -54,8 +38,6 @@ std::string compressed(std::string const& text)
   return bytes.str();
 }
 
-TEST(CommandFile, DirectoryIsOneWithoutDirectives) { expect_directives(run_file("/"), ""); }
-
 TEST(CommandFile, ThatComesLateAndInPiecesIsReadToItsEnd)
 {
   CommandFeeder const feeder([](int fifo) {
@@ -64,15 +46,14 @@ TEST(CommandFile, ThatComesLateAndInPiecesIsReadToItsEnd)
       wait_until_read(fifo);
     }
   });
-  expect_directives(
-      run_file(feeder.path()),
-      directive_text("First", 1) + directive_text("Second", 2) + directive_text("Last", 4));
+  expect_woken_run(run_file(feeder.path()), directive_text("First", 1) + directive_text("Second", 2)
+                                                + directive_text("Last", 4));
 }
 
 TEST(CommandFile, CompressedOneIsReadLikeAPlainOne)
 {
   TemporaryFile const file(compressed(many_directives(2000)));
-  expect_directives(run_file(file.path()), many_directive_texts(2000));
+  expect_woken_run(run_file(file.path()), many_directive_texts(2000));
 }
 
 // The last line may be cut, but not torn.
@@ -121,64 +102,14 @@ TEST(CommandFile, CommentsOfAnyLengthAreOnlyCounted)
     for (int i = 0; i < megabytes; ++i) feed_text(fifo, megabyte);
     feed_text(fifo, "Last\n");
   });
-  expect_directives(run_file(feeder.path()),
-                    directive_text("Last", megabytes * lines_of_a_megabyte + 1));
+  expect_woken_run(run_file(feeder.path()),
+                   directive_text("Last", megabytes * lines_of_a_megabyte + 1));
 }
 
 TEST(CommandFile, AMillionUnknownDirectivesAreLogged)
 {
   TemporaryFile const file(many_directives(1'000'000));
-  expect_directives(run_file(file.path()), many_directive_texts(1'000'000));
-}
-
-// The library's line ends at the zero byte, which leaves nothing of a line that begins with one.
-TEST(CommandFile, ZeroBytesEndADirectiveButNotItsLine)
-{
-  using namespace std::string_literals;
-  TemporaryFile const file("First\0Second\n\0ReportStatus\nThird \0\n#\0\nLast\0"s);
-  expect_directives(run_file(file.path()), directive_text("First", 1) + directive_text("Third", 3)
-                                               + directive_text("Last", 5));
-}
-
-TEST(CommandFile, OfZeroBytesAloneYieldsNoDirective)
-{
-  TemporaryFile const file(std::string(100000, '\0'));
-  expect_directives(run_file(file.path()), "");
-}
-
-TEST(CommandFile, BytesOfNoCharacterSetArePassedOn)
-{
-  TemporaryFile const file("\xff\xfe\x80\n\x1b[31m\n");
-  expect_directives(run_file(file.path()),
-                    directive_text("\xff\xfe\x80", 1) + directive_text("\x1b[31m", 2));
-}
-
-// A line takes 1023 characters; the rest, be it nothing, counts as a line of its own.
-TEST(CommandFile, LongLinesAreCutAtTheBuffer)
-{
-  std::string const full(1023, 'x');
-  struct {
-    std::size_t length;
-    std::string directives;
-  } const rows[] = {
-      {1022, directive_text(std::string(1022, 'x'), 1) + directive_text("Next", 2)},
-      {1023, directive_text(full, 1) + directive_text("Next", 3)},
-      {1024, directive_text(full, 1) + directive_text("x", 2) + directive_text("Next", 3)},
-  };
-  for (auto const& row : rows) {
-    SCOPED_TRACE(row.length);
-    TemporaryFile const file(std::string(row.length, 'x') + "\nNext\n");
-    expect_directives(run_file(file.path()), row.directives);
-  }
-}
-
-TEST(CommandFile, LineOfAHundredThousandCharactersIsNinetyEight)
-{
-  std::string directives;
-  for (int line = 1; line <= 97; ++line) directives += directive_text(std::string(1023, 'x'), line);
-  directives += directive_text(std::string(769, 'x'), 98) + directive_text("Next", 99);
-  TemporaryFile const file(std::string(100000, 'x') + "\nNext\n");
-  expect_directives(run_file(file.path()), directives);
+  expect_woken_run(run_file(file.path()), many_directive_texts(1'000'000));
 }
 
 }  // namespace
