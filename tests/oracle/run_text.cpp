@@ -113,10 +113,15 @@ std::string retry_text(std::string const& attempts)
   return bracketed("get_printer_info_retry", attempts);
 }
 
+std::string awake_text(std::string const& reply, std::string const& failed_drain)
+{
+  return retry_text(attempt_text(query_text(reply, failed_drain), read_status(reply).info_text(),
+                                 "fulfilled(0/60)"));
+}
+
 std::string awake_text(StatusReply const& reply, std::string const& failed_drain)
 {
-  return retry_text(
-      attempt_text(query_text(reply.bytes(), failed_drain), reply.info_text(), "fulfilled(0/60)"));
+  return awake_text(reply.bytes(), failed_drain);
 }
 
 std::string no_reply_text(long read_result, std::string const& failed_drain)

@@ -43,6 +43,7 @@ std::string failed_attempt_text(std::string const& failed_query);
 std::string retry_text(std::string const& attempts);
 
 // A printer that is awake at once, and one that gives no usable reply.
+std::string awake_text(std::string const& reply, std::string const& failed_drain = "");
 std::string awake_text(StatusReply const& reply, std::string const& failed_drain = "");
 std::string no_reply_text(long read_result, std::string const& failed_drain = "");
 

@@ -1,114 +1,90 @@
 // How long the filter goes on asking a printer that is not awake.
 #include <gtest/gtest.h>
 
-#include "tests/harness/run_filter.h"
-#include "tests/harness/same_text.h"
-#include "tests/oracle/run_text.h"
+#include <algorithm>
+
+#include "tests/program/woken_run.h"
 
 namespace {
 
 constexpr StatusReply ASLEEP{.power = 0x01};
 constexpr StatusReply AWAKE{};
 
-std::string asleep_text(int attempts)
+std::string asleep_text(int attempts, std::string const& reply = ASLEEP.bytes())
 {
   std::string text;
   for (int count = 1; count <= attempts; ++count)
-    text += attempt_text(query_text(ASLEEP.bytes()), ASLEEP.info_text(),
+    text += attempt_text(query_text(reply), read_status(reply).info_text(),
                          (count <= 60 ? "retrying(" : "expired(") + std::to_string(count) + "/60)");
   return text;
 }
 
+std::string woken_text(int attempts)
+{
+  return attempt_text(query_text(AWAKE.bytes()), AWAKE.info_text(),
+                      "fulfilled(" + std::to_string(attempts) + "/60)");
+}
+
 std::string asleep_events(int attempts) { return repeated(attempts, query_events() + "sleep 1\n"); }
 
-// `attempts` replies of a printer that is not awake, and then `last`.
-Transcript report_status(size_t attempts, Reply const& last)
+// A directive that gets `asleep` replies of a printer that is not awake, and then `last`.
+void expect_retries(int asleep, Reply const& last, std::string const& attempts,
+                    std::string const& reasons)
 {
-  PrinterScript script;
-  script.replies.assign(attempts, {{ASLEEP.bytes()}});
-  script.replies.push_back(last);
-  return run_commands("ReportStatus\n", script);
+  SCOPED_TRACE(asleep);
+  std::vector<Reply> replies(static_cast<size_t>(asleep), {{ASLEEP.bytes()}});
+  replies.push_back(last);
+  expect_woken_run(run_commands("ReportStatus\n", {.replies = replies}),
+                   directive_text("ReportStatus", 1) + retry_text(attempts) + reasons,
+                   asleep_events(std::min(asleep, 60)) + query_events());
 }
 
 TEST(Retry, PrinterThatWakesWithinTheLimitIsReported)
 {
-  for (int asleep : {1, 2, 59, 60}) {
-    SCOPED_TRACE(asleep);
-    Transcript const run = report_status(static_cast<size_t>(asleep), {{AWAKE.bytes()}});
-    std::string const fulfilled = "fulfilled(" + std::to_string(asleep) + "/60)";
-    EXPECT_TEXT(run.messages, wake_up_text() + directive_text("ReportStatus", 1)
-                                  + retry_text(asleep_text(asleep)
-                                               + attempt_text(query_text(AWAKE.bytes()),
-                                                              AWAKE.info_text(), fulfilled))
-                                  + reasons_text());
-    EXPECT_TEXT(run.events, probe_events() + wake_up_events() + asleep_events(asleep)
-                                + query_events() + exit_event(0));
-  }
+  for (int asleep : {1, 2, 59, 60})
+    expect_retries(asleep, {{AWAKE.bytes()}}, asleep_text(asleep) + woken_text(asleep),
+                   reasons_text());
 }
 
 TEST(Retry, TheSixtyFirstReplyOfASleepingPrinterIsTheLastAndIsDiscarded)
 {
-  Transcript const run = report_status(61, {{AWAKE.bytes()}});
-  EXPECT_TEXT(run.messages, wake_up_text() + directive_text("ReportStatus", 1)
-                                + retry_text(asleep_text(61) + "DEBUG: #retry over\n")
-                                + unavailable_reasons_text());
-  EXPECT_TEXT(run.events, probe_events() + wake_up_events() + asleep_events(60) + query_events()
-                              + exit_event(0));
+  expect_retries(61, {{AWAKE.bytes()}}, asleep_text(61) + "DEBUG: #retry over\n",
+                 unavailable_reasons_text());
 }
 
 TEST(Retry, FailedExchangeAfterSleepingRepliesIsNotRetried)
 {
-  for (int asleep : {1, 2, 60}) {
-    SCOPED_TRACE(asleep);
-    Transcript const run = report_status(static_cast<size_t>(asleep), {silence()});
-    EXPECT_TEXT(run.messages,
-                wake_up_text() + directive_text("ReportStatus", 1)
-                    + retry_text(asleep_text(asleep)
-                                 + failed_attempt_text(failed_query_text(failed_read_text(-1))))
-                    + unavailable_reasons_text());
-    EXPECT_TEXT(run.events, probe_events() + wake_up_events() + asleep_events(asleep)
-                                + query_events() + exit_event(0));
-  }
+  for (int asleep : {1, 2, 60})
+    expect_retries(
+        asleep, {silence()},
+        asleep_text(asleep) + failed_attempt_text(failed_query_text(failed_read_text(-1))),
+        unavailable_reasons_text());
 }
 
-TEST(Retry, EachDirectiveStartsANewCount)
+TEST(Retry, FloodOfASleepingPrinterEndsItAllTheSame)
 {
-  PrinterScript script;
-  script.replies = {{{ASLEEP.bytes()}}, {{AWAKE.bytes()}}, {{ASLEEP.bytes()}}, {{AWAKE.bytes()}}};
-  Transcript const run = run_commands("ReportStatus\nReportStatus\n", script);
-  std::string const report =
-      retry_text(asleep_text(1)
-                 + attempt_text(query_text(AWAKE.bytes()), AWAKE.info_text(), "fulfilled(1/60)"))
-      + reasons_text();
-  EXPECT_TEXT(run.messages, wake_up_text() + directive_text("ReportStatus", 1) + report
-                                + directive_text("ReportStatus", 2) + report);
+  std::string const reply = ASLEEP.bytes(512);
+  expect_woken_run(run_commands("ReportStatus\n", {.replies = {{{repeated(117, reply)}}}}),
+                   directive_text("ReportStatus", 1)
+                       + retry_text(asleep_text(61, reply) + "DEBUG: #retry over\n")
+                       + unavailable_reasons_text(),
+                   query_events() + repeated(60, "sleep 1\n" + query_events(0)));
 }
 
-TEST(Retry, AnyPowerStateButZeroIsNotAwake)
+TEST(Retry, EachDirectiveStartsANewCountWhateverPowerStateButZeroItMeets)
 {
+  std::vector<Reply> replies;
+  std::string messages;
+  int line = 0;
   for (unsigned power : {0x01U, 0x02U, 0x20U, 0x7fU, 0x80U, 0xffU}) {
-    SCOPED_TRACE(power);
-    StatusReply const reply{.power = power};
-    PrinterScript script;
-    script.replies = {{{reply.bytes()}}, {{AWAKE.bytes()}}};
-    Transcript const run = run_commands("ReportStatus\n", script);
-    EXPECT_TEXT(run.messages, wake_up_text() + directive_text("ReportStatus", 1)
-                                  + retry_text(attempt_text(query_text(reply.bytes()),
-                                                            reply.info_text(), "retrying(1/60)")
-                                               + attempt_text(query_text(AWAKE.bytes()),
-                                                              AWAKE.info_text(), "fulfilled(1/60)"))
-                                  + reasons_text());
+    std::string const asleep = StatusReply{.power = power}.bytes();
+    replies.push_back({{asleep}});
+    replies.push_back({{AWAKE.bytes()}});
+    messages += directive_text("ReportStatus", ++line)
+                + retry_text(asleep_text(1, asleep) + woken_text(1)) + reasons_text();
   }
-}
-
-TEST(Retry, ErrorsOfAnAwakePrinterAreNoReasonToAskAgain)
-{
-  StatusReply const reply{.mech = {0x10, 0xff}, .memory = 0xff, .error = {6, 2, 2}, .remaining = 0};
-  PrinterScript script;
-  script.replies = {{{reply.bytes()}}};
-  Transcript const run = run_commands("ReportStatus\n", script);
-  EXPECT_TEXT(run.messages, wake_up_text() + directive_text("ReportStatus", 1) + awake_text(reply)
-                                + reasons_text(5));
+  expect_woken_run(run_commands(repeated(line, "ReportStatus\n"), {.replies = replies}), messages,
+                   repeated(line, asleep_events(1) + query_events()));
 }
 
 }  // namespace
