@@ -37,16 +37,7 @@ Transcript run_without(std::string const& closed, std::string const& nulled, Job
   job.program = CLOSING_START_PATH;
   setenv("CLOSED_DESCRIPTORS", closed.c_str(), 1);
   setenv("NULL_DESCRIPTORS", nulled.c_str(), 1);
-  PrinterScript script;
-  script.replies = {{{GOOD.bytes()}}};
-  return run_filter(job, script);
-}
-
-Job job_on_standard_input()
-{
-  Job job;
-  job.standard_input = "ReportStatus\n";
-  return job;
+  return run_filter(job, {.replies = {{{GOOD.bytes()}}}});
 }
 
 struct Expected {
@@ -81,8 +72,8 @@ Expected expected_run(Closed closed, bool has_commands, std::string const& query
 // reply.
 void expect_guarded_run(Transcript const& run, Closed closed, std::string const& messages)
 {
-  std::string const begun = messages + "DEBUG: get_printer_info_retry() START\n"
-                            + "DEBUG: get_printer_info() START\n" + dump_text("[CMD]", "\033V21");
+  std::string const begun = messages + start_text("get_printer_info_retry")
+                            + command_start_text("get_printer_info", "\033V21");
   std::string const given_up = messages + no_reply_text(-1) + unavailable_reasons_text();
   bool const ended_by_guard =
       run.events.ends_with("signal 24\n") || run.events.ends_with("signal 9\n");
@@ -108,7 +99,7 @@ TEST(ClosedDescriptors, EndEachJobOnStandardInputAsDocumented)
   for (unsigned bits = 0; bits < 32; ++bits) {
     Closed const closed(bits);
     SCOPED_TRACE("closed: " + closed.digits());
-    Transcript const run = run_without(closed.digits(), "", job_on_standard_input());
+    Transcript const run = run_without(closed.digits(), "", {.standard_input = "ReportStatus\n"});
     std::string const query = closed.has(3) ? "" : good_query();
     expect_run(run, closed, expected_run(closed, !closed.has(0), query));
   }
@@ -119,8 +110,7 @@ TEST(ClosedDescriptors, EndEachJobOnStandardInputAsDocumented)
 TEST(ClosedDescriptors, EndEachJobWithACommandFileAsDocumented)
 {
   TemporaryFile const commands("ReportStatus\n");
-  Job job;
-  job.arguments.push_back(commands.path());
+  Job const job{.arguments = {"1", "user", "title", "1", "", commands.path()}};
   for (unsigned bits = 0; bits < 32; ++bits) {
     Closed const closed(bits);
     SCOPED_TRACE("closed: " + closed.digits());
@@ -135,7 +125,7 @@ TEST(ClosedDescriptors, EndEachJobWithACommandFileAsDocumented)
 // So does a person's trial run without a scheduler.
 TEST(ClosedDescriptors, ChannelsOnTheNullDeviceAreAPrinterWithoutAnswer)
 {
-  Transcript const run = run_without("", "34", job_on_standard_input());
+  Transcript const run = run_without("", "34", {.standard_input = "ReportStatus\n"});
   EXPECT_TEXT(run.messages, not_bidirectional_text(no_answer())
                                 + wake_up_text(failed_drain_text(no_answer()))
                                 + directive_text("ReportStatus", 1) + unavailable_reasons_text());

@@ -1,15 +1,9 @@
 // Whole runs as they stand in the scheduler's log, written out in full.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
-#include "tests/harness/run_filter.h"
-#include "tests/harness/same_text.h"
-#include "tests/oracle/run_text.h"
+#include "tests/program/woken_run.h"
 
 namespace {
-
-char const BOTH_DIRECTIVES[] = "ReportLevels\nReportStatus\n";
 
 TEST(CompleteRun, GoodPrinterLeavesThisLog)
 {
@@ -19,10 +13,7 @@ TEST(CompleteRun, GoodPrinterLeavesThisLog)
   reply.replace(131, 3, 3, '\0');                          // error
   reply[145] = '\x84';                                     // ink sheet
   reply.replace(148, 4, std::string("\x02\xbc\x01\x5e"));  // 700 in all, 350 left
-  PrinterScript script;
-  script.replies = {{{reply}}};
-
-  Transcript const run = run_commands("ReportLevels\n", script);
+  Transcript const run = run_commands("ReportLevels\n", {.replies = {{{reply}}}});
   EXPECT_TEXT(run.messages,
               "DEBUG: wr_esc_wakeup() START\n"
               "DEBUG: [CMD] size=4\n"
@@ -94,32 +85,12 @@ TEST(CompleteRun, LevelsStandBeforeReasonsAndEachDirectiveAsksAnew)
 {
   StatusReply const error{.error = {6, 2, 2}};
   StatusReply const recovered{};
-  PrinterScript script;
-  script.replies = {{{error.bytes()}}, {{recovered.bytes()}}};
-
-  Transcript const run = run_commands(BOTH_DIRECTIVES, script);
-  EXPECT_TEXT(run.messages, wake_up_text() + directive_text("ReportLevels", 1) + awake_text(error)
-                                + level_report_text(error.ribbon(), 40) + reasons_text(1)
-                                + directive_text("ReportStatus", 2) + awake_text(recovered)
-                                + reasons_text());
-  EXPECT_TEXT(run.events,
-              probe_events() + wake_up_events() + query_events() + query_events() + exit_event(0));
-}
-
-// Other programs of the job write to the same pipe: a line that is written in pieces may be
-// torn by theirs.
-TEST(CompleteRun, EveryWriteToTheLogConsistsOfWholeLines)
-{
-  StatusReply const asleep{.power = 1};
-  StatusReply const unknown_error{.error = {0x11, 0x22, 0x33}};
-  PrinterScript script;
-  script.drains = {{side_channel_frame(SC_DRAIN_OUTPUT, 2)}};
-  script.replies = {{{asleep.bytes()}}, {{unknown_error.bytes()}}, {{asleep.bytes(191)}}};
-
-  Transcript const run = run_commands(BOTH_DIRECTIVES, script);
-  ASSERT_FALSE(run.writes.empty());
-  EXPECT_TRUE(std::all_of(run.writes.begin(), run.writes.end(),
-                          [](std::string const& text) { return text.ends_with('\n'); }));
+  expect_woken_run(run_commands("ReportLevels\nReportStatus\n",
+                                {.replies = {{{error.bytes()}}, {{recovered.bytes()}}}}),
+                   directive_text("ReportLevels", 1) + awake_text(error)
+                       + level_report_text(error.ribbon(), 40) + reasons_text(1)
+                       + directive_text("ReportStatus", 2) + awake_text(recovered) + reasons_text(),
+                   query_events() + query_events());
 }
 
 }  // namespace

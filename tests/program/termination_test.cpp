@@ -20,20 +20,15 @@ struct Phase {
   std::string device;
 };
 
-std::string begun(std::string const& function, std::string const& command)
-{
-  return "DEBUG: " + function + "() START\n" + dump_text("[CMD]", command);
-}
-
 // The phases of a job with one "ReportStatus" for a printer that sleeps.
 std::vector<Phase> phases()
 {
-  std::string const wake_up = begun("wr_esc_wakeup", "\033EWU");
-  std::string const asked = "DEBUG: get_printer_info_retry() START\n";
+  std::string const wake_up = command_start_text("wr_esc_wakeup", "\033EWU");
+  std::string const asked = start_text("get_printer_info_retry");
   std::string const first = wake_up_text() + directive_text("ReportStatus", 1) + asked;
   std::string const answered =
       first + attempt_text(query_text(ASLEEP.bytes()), ASLEEP.info_text(), "retrying(1/60)");
-  std::string const query = begun("get_printer_info", "\033V21");
+  std::string const query = command_start_text("get_printer_info", "\033V21");
   return {
       {"wait 30.000000 s on 4", "", ""},
       {"wait 5.000000 s on 4", wake_up, "\033EWU"},
@@ -46,26 +41,12 @@ std::vector<Phase> phases()
   };
 }
 
-Job report_status()
-{
-  Job job;
-  job.standard_input = "ReportStatus\n";
-  return job;
-}
-
-PrinterScript sleeping_printer()
-{
-  PrinterScript script;
-  script.replies = {{{ASLEEP.bytes()}}};
-  return script;
-}
-
 TEST(Termination, EndsTheRunAtOnceInEachPhase)
 {
   std::vector<Phase> const all = phases();
   for (std::size_t last = 0; last < all.size(); ++last) {
     SCOPED_TRACE(last);
-    SteppedFilter filter(report_status(), sleeping_printer());
+    SteppedFilter filter({.standard_input = "ReportStatus\n"}, {.replies = {{{ASLEEP.bytes()}}}});
     for (std::size_t i = 0; i < last; ++i) {
       ASSERT_EQ(filter.next_wait(), all[i].wait);
       filter.go_on();
@@ -79,11 +60,11 @@ TEST(Termination, EndsTheRunAtOnceInEachPhase)
 
 TEST(Termination, EndsARunWhosePrinterTakesNothing)
 {
-  SteppedFilter filter(report_status(), {});
+  SteppedFilter filter({.standard_input = "ReportStatus\n"}, {});
   ASSERT_EQ(filter.next_wait(), "wait 30.000000 s on 4");
   filter.fill_device();
   filter.go_on();
-  std::string const wake_up = begun("wr_esc_wakeup", "\033EWU");
+  std::string const wake_up = command_start_text("wr_esc_wakeup", "\033EWU");
   filter.wait_for_message(wake_up);
   EXPECT_EQ(filter.terminate(), SIGTERM);
   EXPECT_TEXT(filter.messages(), wake_up);
@@ -96,17 +77,14 @@ TEST(Termination, EndsARunWhoseCommandFileDoesNotCome)
     feed_text(fifo, "Clean\n");
     for (;;) pause();
   });
-  Job job;
-  job.arguments.push_back(feeder.path());
-  SteppedFilter filter(job, {});
+  SteppedFilter filter({.arguments = {"1", "user", "title", "1", "", feeder.path()}}, {});
   for (char const* wait : {"wait 30.000000 s on 4", "wait 5.000000 s on 4", "usleep 500000"}) {
     ASSERT_EQ(filter.next_wait(), wait);
     filter.go_on();
   }
-  std::string const text = wake_up_text() + directive_text("Clean", 1);
   filter.wait_for_message(directive_text("Clean", 1));
   EXPECT_EQ(filter.terminate(), SIGTERM);
-  EXPECT_TEXT(filter.messages(), text);
+  EXPECT_TEXT(filter.messages(), wake_up_text() + directive_text("Clean", 1));
   EXPECT_TEXT(filter.device(), "\033EWU");
 }
 

@@ -41,10 +41,19 @@ TEST(Writes, AreOneForEachLineOrDump)
   EXPECT_EQ(writes("ReportLevels", 1).size(), WAKE_UP + QUERY + LEVELS + reasons());
 }
 
-TEST(Writes, HoldWholeLines)
+// Other programs of the job write to the same pipe: a line that is written in pieces may be
+// torn by theirs.
+TEST(Writes, HoldWholeLinesOfGoodRunsAndOfFailures)
 {
-  for (std::string const& text : writes("ReportLevels", 2)) {
-    EXPECT_TRUE(text.ends_with('\n')) << text;
-    EXPECT_TRUE(std::count(text.begin(), text.end(), '\n') == 1 || is_dump(text)) << text;
-  }
+  std::vector<Reply> const good(2, {{StatusReply{}.bytes()}});
+  std::vector<Reply> const bad{{{StatusReply{.power = 1}.bytes()}},
+                               {{StatusReply{.error = {0x11, 0x22, 0x33}}.bytes()}},
+                               {{StatusReply{.power = 1}.bytes(191)}}};
+  for (PrinterScript const& script :
+       {PrinterScript{.replies = good},
+        PrinterScript{.drains = {{side_channel_frame(SC_DRAIN_OUTPUT, 2)}}, .replies = bad}})
+    for (std::string const& text : run_commands("ReportLevels\nReportStatus\n", script).writes) {
+      EXPECT_TRUE(text.ends_with('\n')) << text;
+      EXPECT_TRUE(std::count(text.begin(), text.end(), '\n') == 1 || is_dump(text)) << text;
+    }
 }
