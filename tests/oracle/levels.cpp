@@ -3,10 +3,15 @@
 
 #include "tests/harness/hex.h"
 
+namespace {
+
+// Whether the counts give a percentage at all.
 bool has_level(Ribbon const& ribbon)
 {
   return ribbon.total != 0 && ribbon.total != 65535 && ribbon.remaining != 65535;
 }
+
+}  // namespace
 
 void append_ribbon_text(std::string& text, Ribbon const& ribbon)
 {
@@ -58,17 +63,6 @@ void append_level_report(std::string& text, Ribbon const& ribbon, unsigned level
   text += "\"\nATTR: marker-types=ink-ribbon\n";
 }
 
-void append_unavailable_level_report(std::string& text)
-{
-  text +=
-      "DEBUG: [ReportLevels] UNAVAILABLE\n"
-      "ATTR: marker-colors=#00FF00\n"
-      "ATTR: marker-levels=-2\n"
-      "ATTR: marker-message=\" \"\n"
-      "ATTR: marker-names=\"Ribbon Type: 00\"\n"
-      "ATTR: marker-types=ink-ribbon\n";
-}
-
 std::string level_report_text(Ribbon const& ribbon, unsigned level)
 {
   std::string text;
@@ -78,7 +72,10 @@ std::string level_report_text(Ribbon const& ribbon, unsigned level)
 
 std::string unavailable_levels_text()
 {
-  std::string text;
-  append_unavailable_level_report(text);
-  return text;
+  return "DEBUG: [ReportLevels] UNAVAILABLE\n"
+         "ATTR: marker-colors=#00FF00\n"
+         "ATTR: marker-levels=-2\n"
+         "ATTR: marker-message=\" \"\n"
+         "ATTR: marker-names=\"Ribbon Type: 00\"\n"
+         "ATTR: marker-types=ink-ribbon\n";
 }

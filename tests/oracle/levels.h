@@ -9,10 +9,7 @@ struct Ribbon {
   unsigned ink_sheet;
 };
 
-// Whether the counts give a percentage at all.
-bool has_level(Ribbon const& ribbon);
-
-// That percentage, rounded down; 0 when there is none.
+// The percentage, rounded down; 0 when the counts give none.
 unsigned level_of(Ribbon const& ribbon);
 
 // The ribbon as the log writes it, and the name of its ink sheet.
@@ -22,7 +19,6 @@ void append_ink_sheet_name(std::string& text, unsigned ink_sheet);
 // The six lines of the level report. `level` is the percentage, and taken as it is: it is
 // for the caller to know it. Not used when the counts give none.
 void append_level_report(std::string& text, Ribbon const& ribbon, unsigned level);
-void append_unavailable_level_report(std::string& text);
 
 std::string level_report_text(Ribbon const& ribbon, unsigned level);
 std::string unavailable_levels_text();

@@ -76,14 +76,12 @@ std::string code_text(unsigned code)
   return text;
 }
 
-void append_state_lines(std::string& text, int current) { text += cached_state_lines(current); }
-
 void append_reason_report(std::string& text, unsigned code)
 {
   auto const known = std::ranges::lower_bound(sorted_codes(), code, {}, &KnownCode::code);
   bool const is_known = known != sorted_codes().end() && known->code == code;
   if (!is_known) text += "DEBUG: encountered undefined error number (" + code_text(code) + ")\n";
-  append_state_lines(text, is_known ? known->reason : UNKNOWN_REASON);
+  text += cached_state_lines(is_known ? known->reason : UNKNOWN_REASON);
 }
 
 std::string reasons_text(int current) { return cached_state_lines(current); }

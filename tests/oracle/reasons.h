@@ -23,10 +23,8 @@ std::string keyword(int reason);
 std::string code_text(unsigned code);
 
 // The "STATE:" lines: the current reason is added, 0 for none, every other known one removed.
-void append_state_lines(std::string& text, int current);
-// All messages for an error code.
-void append_reason_report(std::string& text, unsigned code);
-
 std::string reasons_text(int current = 0);
+// All messages for an error code.
 std::string reason_report_text(unsigned code);
+void append_reason_report(std::string& text, unsigned code);
 inline std::string unavailable_reasons_text() { return reasons_text(UNKNOWN_REASON); }
