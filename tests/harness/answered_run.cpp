@@ -1,10 +1,10 @@
 // A program whose answers all lie ready in its channels when it starts.
 #include "tests/harness/answered_run.h"
 
-#include <sys/mman.h>
 #include <sys/wait.h>
 
 #include "tests/harness/channel_ends.h"
+#include "tests/harness/memory_file.h"
 #include "tests/harness/scripted_printer.h"
 #include "tests/harness/start_program.h"
 
@@ -22,19 +22,6 @@ ChannelEnds filled_channel(std::vector<std::string> const& packets)
   return channel;
 }
 
-FileDescriptor memory_file(char const* name)
-{
-  return FileDescriptor(memfd_create(name, MFD_CLOEXEC));
-}
-
-std::string content_of(FileDescriptor const& file)
-{
-  std::string text(1 << 16, '\0');
-  ssize_t const size = pread(file.get(), text.data(), text.size(), 0);
-  text.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
-  return text;
-}
-
 }  // namespace
 
 std::vector<std::string> answers_for_queries(int queries)
@@ -48,16 +35,16 @@ std::vector<std::string> answers_for_queries(int queries)
 AnsweredRun run_answered(AnsweredProgram const& program)
 {
   FileDescriptor const nothing(open("/dev/null", O_RDONLY | O_CLOEXEC));
-  FileDescriptor const device = memory_file("device");
-  FileDescriptor const messages = memory_file("messages");
+  MemoryFile const device("device");
+  MemoryFile const messages("messages");
   ChannelEnds const back = filled_channel(program.replies);
   ChannelEnds const side = filled_channel(program.answers);
   pid_t const pid = start_program(
       {program.words.front(),
        program.words,
        program.environment,
-       {nothing.get(), device.get(), messages.get(), back.program.get(), side.program.get()}});
+       {nothing.get(), device.number, messages.number, back.program.get(), side.program.get()}});
   int status = 0;
   waitpid(pid, &status, 0);
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, content_of(messages), content_of(device)};
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, messages.text(), device.text()};
 }

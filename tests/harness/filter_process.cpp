@@ -3,6 +3,8 @@
 
 #include <sys/mman.h>
 
+#include <array>
+
 #include "tests/harness/channel_ends.h"
 #include "tests/harness/start_program.h"
 
@@ -46,6 +48,8 @@ FilterProcess start_filter(Job const& job)
   ChannelEnds back_channel = pipe_to_program();
   ChannelEnds side_channel = socket_ends(SOCK_STREAM);
   ChannelEnds clock = socket_ends(SOCK_SEQPACKET);
+  for (FileDescriptor const* socket : {&messages.harness, &side_channel.harness, &clock.harness})
+    fcntl(socket->get(), F_SETFL, O_NONBLOCK);
 
   std::vector<std::string> words{"photo-queue"};
   words.insert(words.end(), job.arguments.begin(), job.arguments.end());
@@ -61,4 +65,14 @@ FilterProcess start_filter(Job const& job)
           std::move(back_channel.harness),
           std::move(side_channel.harness),
           std::move(clock.harness)};
+}
+
+std::string read_available(FileDescriptor const& descriptor)
+{
+  std::array<char, 1 << 16> buffer;
+  std::string bytes;
+  ssize_t count = 0;
+  while ((count = read(descriptor.get(), buffer.data(), buffer.size())) > 0)
+    bytes.append(buffer.data(), static_cast<std::size_t>(count));
+  return bytes;
 }

@@ -20,7 +20,7 @@ struct Job {
   std::string program{};  // what is started; the filter unless told otherwise
 };
 
-// A running filter and the other ends of its descriptors.
+// A running filter and the other ends of its descriptors, none of which blocks a read.
 struct FilterProcess {
   pid_t pid = -1;
   FileDescriptor device{};
@@ -31,3 +31,6 @@ struct FilterProcess {
 };
 
 FilterProcess start_filter(Job const& job);
+
+// All bytes that can be had without waiting.
+std::string read_available(FileDescriptor const& descriptor);

@@ -19,17 +19,6 @@ using Clock = std::chrono::steady_clock;
 // Real time for one run that needs some milliseconds: only a filter that hangs meets it.
 constexpr std::chrono::seconds DEADLINE{60};
 
-// All bytes that can be had without waiting.
-std::string read_available(FileDescriptor const& descriptor)
-{
-  std::array<char, 4096> buffer;
-  std::string bytes;
-  ssize_t count = 0;
-  while ((count = read(descriptor.get(), buffer.data(), buffer.size())) > 0)
-    bytes.append(buffer.data(), static_cast<size_t>(count));
-  return bytes;
-}
-
 // One packet, or nothing if there is none yet or ever again.
 std::string receive_packet(FileDescriptor const& socket)
 {
@@ -47,10 +36,7 @@ std::string end_event(int wait_status)
 
 class Run {
 public:
-  Run(Job const& job, PrinterScript const& script) : filter_(start_filter(job)), printer_(script)
-  {
-    fcntl(filter_.side_channel.get(), F_SETFL, O_NONBLOCK);
-  }
+  Run(Job const& job, PrinterScript const& script) : filter_(start_filter(job)), printer_(script) {}
 
   Transcript play()
   {

@@ -19,18 +19,6 @@ bool readable(FileDescriptor const& descriptor, int milliseconds)
   return poll(&source, 1, milliseconds) == 1;
 }
 
-std::string take(FileDescriptor const& descriptor)
-{
-  std::string all;
-  std::array<char, 1 << 16> buffer;
-  while (readable(descriptor, 0)) {
-    ssize_t const count = read(descriptor.get(), buffer.data(), buffer.size());
-    if (count <= 0) break;
-    all.append(buffer.data(), static_cast<std::size_t>(count));
-  }
-  return all;
-}
-
 void feed(FileDescriptor& channel, Feed const& bytes)
 {
   if (write(channel.get(), bytes.bytes.data(), bytes.bytes.size()) < 0 || bytes.ends)
@@ -53,19 +41,16 @@ SteppedFilter::~SteppedFilter()
 
 std::string SteppedFilter::next_wait()
 {
-  std::array<char, 64> packet;
   if (!readable(filter_.clock, PATIENCE)) return "nothing for a minute";
-  ssize_t const size = recv(filter_.clock.get(), packet.data(), packet.size(), 0);
-  wait_.assign(packet.data(), size > 0 ? static_cast<std::size_t>(size) : 0);
-  return wait_;
+  return wait_ = read_available(filter_.clock);
 }
 
 void SteppedFilter::go_on()
 {
-  std::string const heard = device_is_full_ ? "" : take(filter_.device);
+  std::string const heard = device_is_full_ ? "" : read_available(filter_.device);
   device_ += heard;
   if (!heard.empty()) printer_.hear_device(heard);
-  std::string const request = take(filter_.side_channel);
+  std::string const request = read_available(filter_.side_channel);
   if (!request.empty()) printer_.hear_request(request);
   if (wait_.ends_with("on 3")) feed(filter_.back_channel, printer_.back_channel_feed());
   if (wait_.ends_with("on 4")) feed(filter_.side_channel, printer_.side_channel_feed());
@@ -83,9 +68,9 @@ int SteppedFilter::terminate()
   return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
 }
 
-std::string SteppedFilter::messages() { return messages_ += take(filter_.messages); }
+std::string SteppedFilter::messages() { return messages_ += read_available(filter_.messages); }
 
-std::string SteppedFilter::device() { return device_ += take(filter_.device); }
+std::string SteppedFilter::device() { return device_ += read_available(filter_.device); }
 
 void SteppedFilter::wait_for_message(std::string const& text)
 {
