@@ -1,9 +1,22 @@
-// Records whose type is none that the system makes, as memory gone wrong would hold them.
+// The records' common form: their type first, which may also hold a number that the system never
+// stores there, as memory gone wrong would.
 #pragma once
 
 #include <cstdint>
 #include <cstring>
+#include <string>
 #include <type_traits>
+
+// What the types of all records have in common; a scoped enumeration is no number by itself.
+template <typename Record>
+concept TypedRecord = requires
+{
+  requires std::is_same_v<std::underlying_type_t<typename Record::Type>, std::int32_t>;
+  requires !std::is_convertible_v<typename Record::Type, std::int32_t>;
+  requires static_cast<int>(Record::Type::Unavailable) == 0;
+  requires static_cast<int>(Record::Type::Available) == 1;
+  requires !std::is_polymorphic_v<Record>;
+};
 
 // The record with another number in its type, which is its first field.
 template <typename Record>
@@ -23,13 +36,11 @@ std::int32_t first_number_of(Record const& record)
   return number;
 }
 
-// The record's bytes as they stand in memory.
+// The bytes behind the type as they stand in memory.
 template <typename Record>
-auto bytes_of(Record const& record)
+std::string bytes_after_type(Record const& record)
 {
-  struct {
-    unsigned char at[sizeof(Record)];
-  } bytes;
-  std::memcpy(bytes.at, &record, sizeof record);
-  return bytes;
+  std::string bytes(sizeof record, '\0');
+  std::memcpy(bytes.data(), &record, sizeof record);
+  return bytes.substr(sizeof(std::int32_t));
 }

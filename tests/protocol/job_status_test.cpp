@@ -3,22 +3,17 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
-#include <memory>
 #include <string>
-#include <type_traits>
+#include <vector>
 
+#include "tests/harness/hex.h"
 #include "tests/harness/retyped.h"
 #include "tests/oracle/status_reply.h"
 
 namespace {
 
-static_assert(std::is_same_v<std::underlying_type_t<JobStatus::Type>, std::int32_t>);
-static_assert(!std::is_convertible_v<JobStatus::Type, std::int32_t>, "scoped enumeration");
-static_assert(static_cast<int>(JobStatus::Type::Unavailable) == 0);
-static_assert(static_cast<int>(JobStatus::Type::Available) == 1);
-static_assert(!std::is_polymorphic_v<JobStatus> && sizeof(JobStatus) == 8);
+static_assert(TypedRecord<JobStatus> && sizeof(JobStatus) == 8);
 
 JobStatus parsed(std::array<unsigned, 4> const& status)
 {
@@ -37,34 +32,21 @@ TEST(JobStatus, TypeComesFirstThenTheFourBytes)
 {
   JobStatus const status = parsed({0xab, 0xcd, 0xef, 0x09});
   EXPECT_EQ(first_number_of(status), 1);
-  auto const bytes = bytes_of(status);
-  EXPECT_EQ(bytes.at[4], 0xab);
-  EXPECT_EQ(bytes.at[5], 0xcd);
-  EXPECT_EQ(bytes.at[6], 0xef);
-  EXPECT_EQ(bytes.at[7], 0x09);
-}
-
-TEST(JobStatus, TextIsLowerCaseWithLeadingZeros)
-{
-  EXPECT_EQ(parsed({0x50, 0x31, 0x00, 0x00}).to_string(), "0x50,0x31,0x00,0x00");
-  EXPECT_EQ(parsed({0xab, 0x0c, 0xff, 0x80}).to_string(), "0xab,0x0c,0xff,0x80");
+  EXPECT_EQ(hex(bytes_after_type(status)), "ab cd ef 09");
 }
 
 TEST(JobStatus, NothingBeyondTheTwentyBytesIsRead)
 {
   std::string const reply = job_status_reply({1, 2, 3, 4});
-  auto const exact = std::make_unique<char[]>(20);
-  std::copy_n(reply.begin(), 20, exact.get());
-  EXPECT_EQ(JobStatus::Parse(exact.get()).to_string(), "0x01,0x02,0x03,0x04");
+  std::vector<char> const exact(reply.begin(), reply.begin() + 20);
+  EXPECT_EQ(JobStatus::Parse(exact.data()).to_string(), "0x01,0x02,0x03,0x04");
 }
 
 TEST(JobStatus, EveryPairOfStateBytesIsReadyByTheRule)
 {
   for (unsigned first = 0; first < 256; first++) {
     for (unsigned second = 0; second < 256; second++) {
-      bool ready = true;
-      if (first == 0x10 || first == 0x20) ready = false;
-      if (first == 0x50) ready = second >= 0x30;
+      bool const ready = first != 0x10 && first != 0x20 && (first != 0x50 || second >= 0x30);
       JobStatus const status = parsed({first, second, 0, 0});
       ASSERT_TRUE(status.isAvailable());
       ASSERT_EQ(status.isReady(), ready) << first << " " << second;
@@ -81,32 +63,34 @@ TEST(JobStatus, TheLastTwoBytesDoNotDecide)
   }
 }
 
-TEST(JobStatus, UnavailableIsNotReady)
-{
-  for (JobStatus const& status :
-       {JobStatus::Unavailable(), JobStatus(JobStatus::Type::Unavailable)}) {
-    EXPECT_FALSE(status.isAvailable());
-    EXPECT_FALSE(status.isReady());
-    EXPECT_EQ(status.to_string(), "UNAVAILABLE");
-  }
-}
-
-TEST(JobStatus, BytesOfAnUnavailableRecordAreNotLookedAt)
-{
-  JobStatus const status = retyped(parsed({0x50, 0xff, 0, 0}), 0);
-  EXPECT_FALSE(status.isReady());
-  EXPECT_EQ(status.to_string(), "UNAVAILABLE");
-}
-
 // Kept as it is: readiness asks only that the type is not the unavailable one.
-TEST(JobStatus, AForeignTypeIsUnavailableYetItsBytesDecideReadiness)
+TEST(JobStatus, TextAndReadinessFollowTheTypeThenTheBytes)
 {
-  for (int type : {2, -1, 256, INT32_MAX}) {
-    JobStatus const ready = retyped(parsed({0x50, 0x30, 0, 0}), type);
-    EXPECT_FALSE(ready.isAvailable()) << type;
-    EXPECT_TRUE(ready.isReady()) << type;
-    EXPECT_EQ(ready.to_string(), "UNKNOWN") << type;
-    EXPECT_FALSE(retyped(parsed({0x10, 0, 0, 0}), type).isReady()) << type;
+  struct {
+    char const* rule;
+    JobStatus status;
+    bool available, ready;
+    char const* text;
+  } const rows[] = {
+      {"leading zeros", parsed({0x50, 0x31, 0, 0}), true, true, "0x50,0x31,0x00,0x00"},
+      {"lower case", parsed({0xab, 0x0c, 0xff, 0x80}), true, true, "0xab,0x0c,0xff,0x80"},
+      {"no reply", JobStatus::Unavailable(), false, false, "UNAVAILABLE"},
+      {"made so", JobStatus(JobStatus::Type::Unavailable), false, false, "UNAVAILABLE"},
+      {"ready bytes", retyped(parsed({0x50, 0xff, 0, 0}), 0), false, false, "UNAVAILABLE"},
+      {"foreign type 2, ready", retyped(parsed({0x50, 0x30, 0, 0}), 2), false, true, "UNKNOWN"},
+      {"type -1, ready", retyped(parsed({0x50, 0x30, 0, 0}), -1), false, true, "UNKNOWN"},
+      {"type 256, ready", retyped(parsed({0x50, 0x30, 0, 0}), 256), false, true, "UNKNOWN"},
+      {"last type, ready", retyped(parsed({0x50, 0x30, 0, 0}), INT32_MAX), false, true, "UNKNOWN"},
+      {"type 2, not ready", retyped(parsed({0x10, 0, 0, 0}), 2), false, false, "UNKNOWN"},
+      {"type -1, not ready", retyped(parsed({0x10, 0, 0, 0}), -1), false, false, "UNKNOWN"},
+      {"type 256, not ready", retyped(parsed({0x10, 0, 0, 0}), 256), false, false, "UNKNOWN"},
+      {"last type, not ready", retyped(parsed({0x10, 0, 0, 0}), INT32_MAX), false, false,
+       "UNKNOWN"},
+  };
+  for (auto const& [rule, status, available, ready, text] : rows) {
+    EXPECT_EQ(status.isAvailable(), available) << rule;
+    EXPECT_EQ(status.isReady(), ready) << rule;
+    EXPECT_EQ(status.to_string(), text) << rule;
   }
 }
 

@@ -3,51 +3,35 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <memory>
 #include <set>
 #include <string>
-#include <type_traits>
+#include <vector>
 
+#include "tests/harness/hex.h"
 #include "tests/harness/retyped.h"
 #include "tests/harness/same_text.h"
 #include "tests/oracle/status_reply.h"
 
 namespace {
 
-static_assert(std::is_same_v<std::underlying_type_t<PrinterInfo::Type>, std::int32_t>);
-static_assert(!std::is_convertible_v<PrinterInfo::Type, std::int32_t>, "scoped enumeration");
-static_assert(static_cast<int>(PrinterInfo::Type::Unavailable) == 0);
-static_assert(static_cast<int>(PrinterInfo::Type::Available) == 1);
-static_assert(!std::is_polymorphic_v<PrinterInfo> && sizeof(PrinterInfo) == 20);
-
-using Code = unsigned char[3];
-
-unsigned char byte(unsigned number) { return static_cast<unsigned char>(number); }
+static_assert(TypedRecord<PrinterInfo> && sizeof(PrinterInfo) == 20);
 
 PrinterInfo parsed(StatusReply const& reply) { return PrinterInfo::Parse(reply.bytes().data()); }
 
+// Both bytes of a count are the same here: the processor has an order of its own.
 TEST(PrinterInfo, FieldsStandInTheRecordsOwnOrder)
 {
   StatusReply const reply = {.power = 2,
                              .mech = {3, 4},
                              .memory = 1,
                              .error = {5, 6, 7},
-                             .total = 9,
-                             .remaining = 10,
+                             .total = 0x0909,
+                             .remaining = 0x0a0a,
                              .ink_sheet = 8};
-  EXPECT_EQ(first_number_of(parsed(reply)), 1);  // type
-  auto const bytes = bytes_of(parsed(reply));
-  EXPECT_EQ(bytes.at[4], 2);  // power_state
-  EXPECT_EQ(bytes.at[5], 3);  // mech_state
-  EXPECT_EQ(bytes.at[6], 4);
-  EXPECT_EQ(bytes.at[7], 1);  // memory_state
-  EXPECT_EQ(bytes.at[8], 5);  // error_info
-  EXPECT_EQ(bytes.at[9], 6);
-  EXPECT_EQ(bytes.at[10], 7);
-  EXPECT_EQ(bytes.at[12] + bytes.at[13], 9);   // total_prints
-  EXPECT_EQ(bytes.at[14] + bytes.at[15], 10);  // remaining_prints
-  EXPECT_EQ(bytes.at[16], 8);                  // ink_sheet_type
+  EXPECT_EQ(first_number_of(parsed(reply)), 1);
+  std::string const bytes = bytes_after_type(parsed(reply));
+  EXPECT_EQ(hex(bytes.substr(0, 7)), "02 03 04 01 05 06 07");
+  EXPECT_EQ(hex(bytes.substr(8, 5)), "09 09 0a 0a 08");  // behind a byte that holds nothing
 }
 
 TEST(PrinterInfo, TextOfAGoodPrinter)
@@ -86,123 +70,113 @@ TEST(PrinterInfo, BytesThatNoFieldTakesAreIgnored)
 TEST(PrinterInfo, NothingBeyondByte151IsRead)
 {
   std::string const reply = StatusReply{}.bytes();
-  auto const exact = std::make_unique<char[]>(152);
-  std::copy_n(reply.begin(), 152, exact.get());
-  EXPECT_EQ(PrinterInfo::Parse(exact.get()).to_string(),
+  std::vector<char> const exact(reply.begin(), reply.begin() + 152);
+  EXPECT_EQ(PrinterInfo::Parse(exact.data()).to_string(),
             PrinterInfo::Parse(reply.data()).to_string());
 }
 
-TEST(PrinterInfo, EveryTotalIsReadHighByteFirst)
+void expect_levels(StatusReply const& reply)
 {
-  std::string reply = StatusReply{}.bytes();
-  for (unsigned high = 0; high < 256; high++) {
-    for (unsigned low = 0; low < 256; low++) {
-      reply[148] = static_cast<char>(byte(high));
-      reply[149] = static_cast<char>(byte(low));
-      auto const levels = PrinterInfo::Parse(reply.data()).GetPrinterLevels();
-      ASSERT_EQ(levels.total_prints, high * 256 + low);
-      ASSERT_EQ(levels.remaining_prints, 120);
-    }
+  PrinterInfo const info = parsed(reply);
+  ASSERT_EQ(info.GetPrinterState() == PrinterState::InternalSupplyLow(), reply.remaining == 0);
+  PrinterLevels const levels = info.GetPrinterLevels();
+  ASSERT_TRUE(levels.isAvailable());
+  ASSERT_EQ(levels.total_prints, reply.total);
+  ASSERT_EQ(levels.remaining_prints, reply.remaining);
+  ASSERT_EQ(levels.ink_sheet_type, reply.ink_sheet);
+}
+
+TEST(PrinterInfo, LevelsCarryWhatThePrinterSentAndOnlyZeroIsExhausted)
+{
+  for (unsigned count = 0; count < 65536 && !HasFatalFailure(); count++) {
+    expect_levels({.total = count});
+    expect_levels({.remaining = count});
+  }
+  for (unsigned code = 0; code < 256 && !HasFatalFailure(); code++)
+    expect_levels({.ink_sheet = code});
+  expect_levels({.total = 65535, .remaining = 65535, .ink_sheet = 0xff});
+}
+
+void expect_conditions(StatusReply const& reply)
+{
+  PrinterInfo const info = parsed(reply);
+  ASSERT_TRUE(info.isAvailable());
+  ASSERT_EQ(info.isWakeUp(), reply.is_awake()) << reply.power;
+  ASSERT_EQ(info.isMechGood(), reply.is_mech_good()) << reply.mech[0] << " " << reply.mech[1];
+  ASSERT_EQ(info.isMemoryFree(), reply.is_memory_free()) << reply.memory;
+}
+
+TEST(PrinterInfo, EveryStateByteIsGoodOrBadByTheRules)
+{
+  for (unsigned first = 0; first < 256 && !HasFatalFailure(); first++) {
+    expect_conditions({.power = first});
+    expect_conditions({.memory = first});
+    for (unsigned second = 0; second < 256 && !HasFatalFailure(); second++)
+      expect_conditions({.mech = {first, second}});
   }
 }
 
-TEST(PrinterInfo, EveryRemainingIsReadHighByteFirst)
+TEST(PrinterInfo, TheStateIsTheErrorCodeUnlessNoPrintsRemain)
 {
-  std::string reply = StatusReply{}.bytes();
-  for (unsigned high = 0; high < 256; high++) {
-    for (unsigned low = 0; low < 256; low++) {
-      reply[150] = static_cast<char>(byte(high));
-      reply[151] = static_cast<char>(byte(low));
-      PrinterInfo const info = PrinterInfo::Parse(reply.data());
-      ASSERT_EQ(info.GetPrinterLevels().remaining_prints, high * 256 + low);
-      ASSERT_EQ(info.GetPrinterLevels().total_prints, 300);
-      ASSERT_EQ(info.GetPrinterState() == PrinterState::InternalSupplyLow(), high + low == 0);
-    }
+  struct {
+    char const* rule;
+    StatusReply reply;
+    char const* state;
+  } const rows[] = {
+      {"the code as it was sent", {.error = {0x06, 0x02, 0x82}}, "0x06,0x02,0x82"},
+      {"zeros are the good state", {.error = {0, 0, 0}}, "GOOD"},
+      {"an exhausted ribbon hides a code", {.error = {6, 2, 2}, .remaining = 0}, "0xfe,0xed,0x01"},
+      {"and the good state", {.remaining = 0}, "0xfe,0xed,0x01"},
+      {"one print is enough", {.error = {6, 2, 2}, .remaining = 1}, "0x06,0x02,0x02"},
+      {"so are 256", {.remaining = 256}, "GOOD"},
+      {"an unknown count counts as prints", {.remaining = 65535}, "GOOD"},
+      {"the total plays no part", {.error = {6, 2, 2}, .total = 0}, "0x06,0x02,0x02"},
+  };
+  for (auto const& [rule, reply, state] : rows) {
+    PrinterInfo const info = parsed(reply);
+    EXPECT_EQ(info.GetPrinterState().to_string(), state) << rule;
+    EXPECT_NE(info.to_string().find(" error_info=[" + std::string(state) + "] levels=["),
+              std::string::npos)
+        << rule;
   }
 }
 
-TEST(PrinterInfo, LevelsCarryWhatThePrinterSent)
+// All that a record says of itself.
+std::string said_by(PrinterInfo const& info)
 {
-  for (unsigned code = 0; code < 256; code++) {
-    auto const levels = parsed({.ink_sheet = code}).GetPrinterLevels();
-    ASSERT_TRUE(levels.isAvailable());
-    ASSERT_EQ(levels.ink_sheet_type, code);
-  }
-  auto const unknown = parsed({.total = 65535, .remaining = 65535, .ink_sheet = 0xff});
-  EXPECT_EQ(unknown.GetPrinterLevels().to_string(), "ink ribbon 65535 / 65535 ink_sheet_type=0xff");
+  std::string text;
+  if (info.isAvailable()) text += "available, ";
+  if (info.isWakeUp()) text += "awake, ";
+  if (info.isMechGood()) text += "good, ";
+  if (info.isMemoryFree()) text += "free, ";
+  PrinterLevels const levels = info.GetPrinterLevels();
+  return text + "state " + info.GetPrinterState().to_string() + ", levels " + levels.to_string()
+         + " of " + std::to_string(levels.total_prints) + ", " + info.to_string();
 }
 
-TEST(PrinterInfo, OnlyPowerStateZeroIsAwake)
+// Kept as it is: only isAvailable and the text ask for the exact type.
+TEST(PrinterInfo, TheTypeDecidesWhichFieldsAreLookedAt)
 {
-  for (unsigned state = 0; state < 256; state++) {
-    PrinterInfo const info = parsed({.power = state});
-    ASSERT_TRUE(info.isAvailable());
-    ASSERT_EQ(info.isWakeUp(), state == 0x00) << state;
-  }
-}
-
-TEST(PrinterInfo, TheMechanismIsGoodInTwoStatesOnly)
-{
-  for (unsigned first = 0; first < 256; first++) {
-    for (unsigned second = 0; second < 256; second++) {
-      bool const good = (first == 0x00 || first == 0x20) && second == 0x00;
-      ASSERT_EQ(parsed({.mech = {first, second}}).isMechGood(), good) << first << " " << second;
-    }
-  }
-}
-
-TEST(PrinterInfo, OnlyMemoryStateFfIsFull)
-{
-  for (unsigned state = 0; state < 256; state++) {
-    ASSERT_EQ(parsed({.memory = state}).isMemoryFree(), state != 0xff) << state;
-  }
-}
-
-TEST(PrinterInfo, TheStateIsThePrintersErrorCode)
-{
-  Code const code = {0x06, 0x02, 0x82};
-  EXPECT_TRUE(parsed({.error = {0x06, 0x02, 0x82}}).GetPrinterState() == &code);
-  EXPECT_TRUE(parsed({.error = {0, 0, 0}}).GetPrinterState() == PrinterState::Good());
-}
-
-TEST(PrinterInfo, AnExhaustedRibbonHidesTheErrorCode)
-{
-  PrinterInfo const info = parsed({.error = {0x06, 0x02, 0x02}, .remaining = 0});
-  EXPECT_TRUE(info.GetPrinterState() == PrinterState::InternalSupplyLow());
-  EXPECT_NE(info.to_string().find(" error_info=[0xfe,0xed,0x01] levels=["), std::string::npos);
-  EXPECT_TRUE(parsed({.remaining = 0}).GetPrinterState() == PrinterState::InternalSupplyLow());
-}
-
-TEST(PrinterInfo, AnUnknownRemainingCountsAsPrintsRemaining)
-{
-  EXPECT_TRUE(parsed({.remaining = 65535}).GetPrinterState() == PrinterState::Good());
-}
-
-TEST(PrinterInfo, ATotalOfZeroPlaysNoPartInTheState)
-{
-  Code const code = {0x06, 0x02, 0x02};
-  PrinterInfo const info = parsed({.error = {0x06, 0x02, 0x02}, .total = 0, .remaining = 1});
-  EXPECT_TRUE(info.GetPrinterState() == &code);
-  EXPECT_TRUE(info.GetPrinterLevels().isAvailable());
-  EXPECT_EQ(info.GetPrinterLevels().total_prints, 0);
-}
-
-void expect_unavailable(PrinterInfo const& info)
-{
-  EXPECT_FALSE(info.isAvailable());
-  EXPECT_FALSE(info.isWakeUp());
-  EXPECT_FALSE(info.isMechGood());
-  EXPECT_FALSE(info.isMemoryFree());
-  EXPECT_TRUE(info.GetPrinterState() == PrinterState::Unavailable());
-  EXPECT_EQ(info.GetPrinterLevels().to_string(), "UNAVAILABLE");
-  EXPECT_EQ(info.GetPrinterLevels().total_prints, 0);
-  EXPECT_EQ(info.to_string(), "UNAVAILABLE");
-}
-
-TEST(PrinterInfo, AnUnavailableRecordSaysNoToEverything)
-{
-  expect_unavailable(PrinterInfo::Unavailable());
-  expect_unavailable(PrinterInfo(PrinterInfo::Type::Unavailable));
+  PrinterInfo const good = parsed({});
+  PrinterInfo const bad = parsed({.power = 1, .mech = {1, 0}, .memory = 0xff, .error = {6, 2, 2}});
+  std::string const no_to_all = "state UNAVAILABLE, levels UNAVAILABLE of 0, UNAVAILABLE";
+  std::string const levels = "levels ink ribbon 120 / 300 ink_sheet_type=0x84 of 300";
+  std::string const read_as_good = "awake, good, free, state GOOD, " + levels + ", UNKNOWN";
+  struct {
+    char const* rule;
+    PrinterInfo info;
+    std::string said;
+  } const rows[] = {
+      {"no reply", PrinterInfo::Unavailable(), no_to_all},
+      {"made so", PrinterInfo(PrinterInfo::Type::Unavailable), no_to_all},
+      {"fields of an unavailable record", retyped(good, 0), no_to_all},
+      {"foreign type 2", retyped(good, 2), read_as_good},
+      {"foreign type -1", retyped(good, -1), read_as_good},
+      {"foreign type 256", retyped(good, 256), read_as_good},
+      {"the last type", retyped(good, INT32_MAX), read_as_good},
+      {"its bad states are read", retyped(bad, 2), "state 0x06,0x02,0x02, " + levels + ", UNKNOWN"},
+  };
+  for (auto const& row : rows) EXPECT_EQ(said_by(row.info), row.said) << row.rule;
 }
 
 TEST(PrinterInfo, ARecordMadeWithoutAReplyHoldsZeros)
@@ -210,35 +184,6 @@ TEST(PrinterInfo, ARecordMadeWithoutAReplyHoldsZeros)
   EXPECT_EQ(PrinterInfo(PrinterInfo::Type::Available).to_string(),
             "power_state=0x00 mech_state=[0x00,0x00] memory_state=0x00 "
             "error_info=[0xfe,0xed,0x01] levels=[ink ribbon 0 / 0 ink_sheet_type=0x00]");
-}
-
-TEST(PrinterInfo, FieldsOfAnUnavailableRecordAreNotLookedAt)
-{
-  expect_unavailable(retyped(parsed({.error = {0x06, 0x02, 0x02}}), 0));
-}
-
-// Kept as it is: only isAvailable and the text ask for the exact type.
-TEST(PrinterInfo, AForeignTypeIsUnavailableYetIsReadAsAvailable)
-{
-  for (int type : {2, -1, 256, INT32_MAX}) {
-    PrinterInfo const info = retyped(parsed({}), type);
-    EXPECT_FALSE(info.isAvailable()) << type;
-    EXPECT_TRUE(info.isWakeUp()) << type;
-    EXPECT_TRUE(info.isMechGood()) << type;
-    EXPECT_TRUE(info.isMemoryFree()) << type;
-    EXPECT_TRUE(info.GetPrinterState() == PrinterState::Good()) << type;
-    EXPECT_EQ(info.GetPrinterLevels().to_string(), "ink ribbon 120 / 300 ink_sheet_type=0x84");
-    EXPECT_EQ(info.to_string(), "UNKNOWN") << type;
-  }
-}
-
-TEST(PrinterInfo, AForeignTypesBadStatesAreRead)
-{
-  StatusReply const bad = {.power = 1, .mech = {1, 0}, .memory = 0xff};
-  PrinterInfo const info = retyped(parsed(bad), 2);
-  EXPECT_FALSE(info.isWakeUp());
-  EXPECT_FALSE(info.isMechGood());
-  EXPECT_FALSE(info.isMemoryFree());
 }
 
 }  // namespace

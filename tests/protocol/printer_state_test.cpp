@@ -3,23 +3,50 @@
 
 #include <gtest/gtest.h>
 
-#include <type_traits>
+#include <string>
 
+#include "tests/harness/hex.h"
 #include "tests/harness/retyped.h"
 
 namespace {
 
+static_assert(TypedRecord<PrinterState> && sizeof(PrinterState) == 8);
+
 using Code = unsigned char[3];
+using Type = PrinterState::Type;
 
 constexpr Code ZERO = {0x00, 0x00, 0x00};
 constexpr Code ERROR_1 = {0x06, 0x02, 0x02};
 constexpr Code SUPPLY_LOW = {0xfe, 0xed, 0x01};
+constexpr Code LETTERS = {0xab, 0xcd, 0xef};
+constexpr Code ENDS = {0x00, 0x0f, 0xff};
 
-static_assert(std::is_same_v<std::underlying_type_t<PrinterState::Type>, std::int32_t>);
-static_assert(!std::is_convertible_v<PrinterState::Type, std::int32_t>, "scoped enumeration");
-static_assert(static_cast<int>(PrinterState::Type::Unavailable) == 0);
-static_assert(static_cast<int>(PrinterState::Type::Available) == 1);
-static_assert(!std::is_polymorphic_v<PrinterState> && sizeof(PrinterState) == 8);
+struct Row {
+  char const* rule;
+  PrinterState state;
+  std::string text;
+};
+
+Row const ROWS[] = {
+    {"no status", PrinterState::Unavailable(), "UNAVAILABLE"},
+    {"its code is not looked at", {Type::Unavailable, &ERROR_1}, "UNAVAILABLE"},
+    {"whatever it is", {Type::Unavailable, &SUPPLY_LOW}, "UNAVAILABLE"},
+    {"no error", PrinterState::Good(), "GOOD"},
+    {"three zeros", PrinterState::Error(&ZERO), "GOOD"},
+    {"an error", PrinterState::Error(&ERROR_1), "0x06,0x02,0x02"},
+    {"the same again", PrinterState::Error(&ERROR_1), "0x06,0x02,0x02"},
+    {"no prints remain", PrinterState::InternalSupplyLow(), "0xfe,0xed,0x01"},
+    {"its code as an error", PrinterState::Error(&SUPPLY_LOW), "0xfe,0xed,0x01"},
+    {"lower case", PrinterState::Error(&LETTERS), "0xab,0xcd,0xef"},
+    {"unsigned", PrinterState::Error(&ENDS), "0x00,0x0f,0xff"},
+    {"foreign type 2", PrinterState(static_cast<Type>(2)), "UNKNOWN"},
+    {"foreign type 2 with a code", {static_cast<Type>(2), &ERROR_1}, "UNKNOWN"},
+    {"foreign type 3", PrinterState(static_cast<Type>(3)), "UNKNOWN"},
+    {"foreign type -1", PrinterState(static_cast<Type>(-1)), "UNKNOWN"},
+    {"foreign type 256", PrinterState(static_cast<Type>(256)), "UNKNOWN"},
+    {"the last type", PrinterState(static_cast<Type>(INT32_MAX)), "UNKNOWN"},
+    {"the first type", PrinterState(static_cast<Type>(INT32_MIN)), "UNKNOWN"},
+};
 
 // Whether the two are equal; says so when == and != do not contradict each other.
 template <typename Other>
@@ -29,120 +56,53 @@ bool equal(PrinterState const& state, Other const& other)
   return state == other;
 }
 
-PrinterState of_type(int type) { return PrinterState(static_cast<PrinterState::Type>(type)); }
-
 TEST(PrinterState, TypeComesFirstThenTheCodeInTheOrderSent)
 {
-  Code const code = {0xab, 0xcd, 0xef};
-  EXPECT_EQ(first_number_of(PrinterState::Error(&code)), 1);
-  auto const bytes = bytes_of(PrinterState::Error(&code));
-  EXPECT_EQ(bytes.at[4], 0xab);
-  EXPECT_EQ(bytes.at[5], 0xcd);
-  EXPECT_EQ(bytes.at[6], 0xef);
+  EXPECT_EQ(first_number_of(PrinterState::Error(&LETTERS)), 1);
+  EXPECT_EQ(hex(bytes_after_type(PrinterState::Error(&LETTERS)).substr(0, 3)), "ab cd ef");
 }
 
-TEST(PrinterState, TextOfEachKind)
+TEST(PrinterState, TextTellsTheTypeOrTheCode)
 {
-  EXPECT_EQ(PrinterState::Unavailable().to_string(), "UNAVAILABLE");
-  EXPECT_EQ(PrinterState::Good().to_string(), "GOOD");
-  EXPECT_EQ(PrinterState::Error(&ERROR_1).to_string(), "0x06,0x02,0x02");
-  EXPECT_EQ(PrinterState::InternalSupplyLow().to_string(), "0xfe,0xed,0x01");
+  for (Row const& row : ROWS) EXPECT_EQ(row.state.to_string(), row.text) << row.rule;
 }
 
-TEST(PrinterState, TextIsLowerCaseAndUnsigned)
+TEST(PrinterState, StatesOfOneTextAreEqualButAForeignTypeEqualsNothingNotEvenItself)
 {
-  Code const letters = {0xab, 0xcd, 0xef};
-  Code const ends = {0x00, 0x0f, 0xff};
-  EXPECT_EQ(PrinterState::Error(&letters).to_string(), "0xab,0xcd,0xef");
-  EXPECT_EQ(PrinterState::Error(&ends).to_string(), "0x00,0x0f,0xff");
-}
-
-TEST(PrinterState, OnlyThreeZerosAreGood)
-{
-  Code const first = {1, 0, 0};
-  Code const second = {0, 1, 0};
-  Code const third = {0, 0, 1};
-  EXPECT_EQ(PrinterState::Error(&first).to_string(), "0x01,0x00,0x00");
-  EXPECT_EQ(PrinterState::Error(&second).to_string(), "0x00,0x01,0x00");
-  EXPECT_EQ(PrinterState::Error(&third).to_string(), "0x00,0x00,0x01");
-}
-
-TEST(PrinterState, ErrorOfThreeZerosIsTheGoodState)
-{
-  EXPECT_TRUE(equal(PrinterState::Error(&ZERO), PrinterState::Good()));
-  EXPECT_EQ(PrinterState::Error(&ZERO).to_string(), "GOOD");
-}
-
-TEST(PrinterState, AvailableStatesAreEqualByTheirCode)
-{
-  EXPECT_TRUE(equal(PrinterState::Error(&ERROR_1), PrinterState::Error(&ERROR_1)));
-  EXPECT_FALSE(equal(PrinterState::Error(&ERROR_1), PrinterState::Good()));
-  EXPECT_TRUE(equal(PrinterState::InternalSupplyLow(), PrinterState::Error(&SUPPLY_LOW)));
-}
-
-TEST(PrinterState, EveryByteOfTheCodeCounts)
-{
-  for (int byte = 0; byte < 3; byte++) {
-    for (int bit = 0; bit < 8; bit++) {
-      Code other = {ERROR_1[0], ERROR_1[1], ERROR_1[2]};
-      other[byte] = static_cast<unsigned char>(other[byte] ^ (1u << bit));
-      EXPECT_FALSE(equal(PrinterState::Error(&ERROR_1), &other));
-      EXPECT_FALSE(equal(PrinterState::Error(&ERROR_1), PrinterState::Error(&other)));
+  for (Row const& one : ROWS) {
+    for (Row const& other : ROWS) {
+      bool const expected = one.text == other.text && one.text != "UNKNOWN";
+      EXPECT_EQ(equal(one.state, other.state), expected) << one.rule << ", " << other.rule;
     }
   }
 }
 
-TEST(PrinterState, BytesAreComparedInTheirOrder)
+TEST(PrinterState, OnlyAnAvailableStateEqualsItsOwnTriple)
 {
   Code const reversed = {0x01, 0xed, 0xfe};
-  EXPECT_FALSE(equal(PrinterState::InternalSupplyLow(), &reversed));
+  struct {
+    Code const* triple;
+    char const* text;
+  } const triples[] = {{&ZERO, "GOOD"},
+                       {&ERROR_1, "0x06,0x02,0x02"},
+                       {&SUPPLY_LOW, "0xfe,0xed,0x01"},
+                       {&reversed, "0x01,0xed,0xfe"}};
+  for (Row const& row : ROWS)
+    for (auto const& [triple, text] : triples)
+      EXPECT_EQ(equal(row.state, triple), row.text == text) << row.rule << ", " << text;
 }
 
-TEST(PrinterState, UnavailableStatesAreEqualToEachOtherOnly)
+TEST(PrinterState, EveryBitOfTheCodeCounts)
 {
-  EXPECT_TRUE(equal(PrinterState::Unavailable(), PrinterState::Unavailable()));
-  EXPECT_FALSE(equal(PrinterState::Unavailable(), PrinterState::Good()));
-  EXPECT_FALSE(equal(PrinterState::Good(), PrinterState::Unavailable()));
-}
-
-TEST(PrinterState, CodesOfUnavailableStatesAreNotLookedAt)
-{
-  PrinterState const one(PrinterState::Type::Unavailable, &ERROR_1);
-  PrinterState const other(PrinterState::Type::Unavailable, &SUPPLY_LOW);
-  EXPECT_TRUE(equal(one, other));
-  EXPECT_FALSE(equal(one, &ERROR_1));
-  EXPECT_FALSE(equal(one, PrinterState::Error(&ERROR_1)));
-  EXPECT_EQ(one.to_string(), "UNAVAILABLE");
-}
-
-TEST(PrinterState, AStateEqualsItsOwnTriple)
-{
-  EXPECT_TRUE(equal(PrinterState::Good(), &ZERO));
-  EXPECT_TRUE(equal(PrinterState::InternalSupplyLow(), &SUPPLY_LOW));
-  EXPECT_TRUE(equal(PrinterState::Error(&ERROR_1), &ERROR_1));
-  EXPECT_FALSE(equal(PrinterState::Unavailable(), &ZERO));
-}
-
-TEST(PrinterState, AForeignTypeEqualsNothingNotEvenItself)
-{
-  for (int type : {2, 3, -1, 256, INT32_MAX, INT32_MIN}) {
-    PrinterState const state = of_type(type);
-    EXPECT_FALSE(equal(state, state)) << type;
-    EXPECT_FALSE(equal(state, PrinterState::Unavailable())) << type;
-    EXPECT_FALSE(equal(PrinterState::Unavailable(), state)) << type;
-    EXPECT_FALSE(equal(state, PrinterState::Good())) << type;
-    EXPECT_FALSE(equal(PrinterState::Good(), state)) << type;
-    EXPECT_FALSE(equal(state, &ZERO)) << type;
-    EXPECT_EQ(state.to_string(), "UNKNOWN") << type;
+  for (Code const* code : {&ERROR_1, &ZERO}) {
+    for (int bit = 0; bit < 24; bit++) {
+      Code other = {(*code)[0], (*code)[1], (*code)[2]};
+      other[bit / 8] = static_cast<unsigned char>(other[bit / 8] ^ (1u << bit % 8));
+      EXPECT_FALSE(equal(PrinterState::Error(code), &other)) << bit;
+      EXPECT_FALSE(equal(PrinterState::Error(code), PrinterState::Error(&other))) << bit;
+      EXPECT_NE(PrinterState::Error(&other).to_string(), "GOOD") << bit;
+    }
   }
-}
-
-TEST(PrinterState, AForeignTypeWithACodeEqualsNoTriple)
-{
-  PrinterState const state(static_cast<PrinterState::Type>(2), &ERROR_1);
-  EXPECT_FALSE(equal(state, &ERROR_1));
-  EXPECT_FALSE(equal(state, PrinterState::Error(&ERROR_1)));
-  EXPECT_EQ(state.to_string(), "UNKNOWN");
 }
 
 }  // namespace

@@ -14,72 +14,38 @@ static_assert(std::is_same_v<decltype(&RetryCounter::isFulfilled), bool (RetryCo
 static_assert(std::is_same_v<decltype(&RetryCounter::to_string), std::string (RetryCounter::*)()>);
 static_assert(!std::is_polymorphic_v<RetryCounter> && sizeof(RetryCounter) == 12);
 
-TEST(RetryCounter, AFreshCounterIsRetrying)
+// The counter says `text` in each of its three ways.
+void expect_said(RetryCounter counter, std::string const& text, std::string const& rule = "")
 {
-  RetryCounter counter(60);
-  EXPECT_FALSE(counter.isExpired());
-  EXPECT_FALSE(counter.isFulfilled());
-  EXPECT_EQ(counter.to_string(), "retrying(0/60)");
+  ASSERT_EQ(counter.to_string(), text) << rule;
+  ASSERT_EQ(counter.isExpired(), text.starts_with("expired")) << rule;
+  ASSERT_EQ(counter.isFulfilled(), text.starts_with("fulfilled")) << rule;
 }
 
-TEST(RetryCounter, ASuccessFulfilsWithoutCounting)
+TEST(RetryCounter, FailuresAreCountedUpToTheFirstBeyondTheLimit)
 {
-  RetryCounter counter(60);
-  counter.Test(true);
-  EXPECT_TRUE(counter.isFulfilled());
-  EXPECT_FALSE(counter.isExpired());
-  EXPECT_EQ(counter.to_string(), "fulfilled(0/60)");
-}
-
-TEST(RetryCounter, FailureAfterSuccessIsCounted)
-{
-  RetryCounter counter(60);
-  counter.Test(true);
-  counter.Test(false);
-  EXPECT_FALSE(counter.isFulfilled());
-  EXPECT_EQ(counter.to_string(), "retrying(1/60)");
-}
-
-TEST(RetryCounter, ItExpiresWithTheFirstFailureBeyondTheLimit)
-{
-  RetryCounter counter(60);
-  for (int i = 0; i < 60; i++) counter.Test(false);
-  EXPECT_FALSE(counter.isExpired());
-  EXPECT_EQ(counter.to_string(), "retrying(60/60)");
-  counter.Test(false);
-  EXPECT_TRUE(counter.isExpired());
-  EXPECT_EQ(counter.to_string(), "expired(61/60)");
-}
-
-TEST(RetryCounter, AnExpiredCounterRecordsNothing)
-{
-  RetryCounter counter(1);
-  counter.Test(false);
-  counter.Test(false);
-  for (bool ok : {true, false, true}) {
-    counter.Test(ok);
-    EXPECT_TRUE(counter.isExpired());
-    EXPECT_FALSE(counter.isFulfilled());
-    EXPECT_EQ(counter.to_string(), "expired(2/1)");
+  struct {
+    char const* rule;
+    unsigned limit;
+    std::string attempts;  // '+' a success, '-' a failure
+    char const* text;
+  } const rows[] = {
+      {"a fresh counter is retrying", 60, "", "retrying(0/60)"},
+      {"a success fulfils without counting", 60, "+", "fulfilled(0/60)"},
+      {"a failure after a success is counted", 60, "+-", "retrying(1/60)"},
+      {"the limit is tolerated", 60, std::string(60, '-'), "retrying(60/60)"},
+      {"the first failure beyond it expires", 60, std::string(61, '-'), "expired(61/60)"},
+      {"a success does not bring it back", 1, "--+", "expired(2/1)"},
+      {"an expired counter records nothing", 1, "--+-+", "expired(2/1)"},
+      {"a limit of zero tolerates no failure", 0, "-", "expired(1/0)"},
+      {"but a success", 0, "+", "fulfilled(0/0)"},
+      {"the limit is unsigned", 4294967295u, "-", "retrying(1/4294967295)"},
+  };
+  for (auto const& [rule, limit, attempts, text] : rows) {
+    RetryCounter counter(limit);
+    for (char attempt : attempts) counter.Test(attempt == '+');
+    expect_said(counter, text, rule);
   }
-}
-
-TEST(RetryCounter, ALimitOfZeroToleratesNoFailure)
-{
-  RetryCounter failed(0);
-  failed.Test(false);
-  EXPECT_EQ(failed.to_string(), "expired(1/0)");
-  RetryCounter succeeded(0);
-  succeeded.Test(true);
-  EXPECT_EQ(succeeded.to_string(), "fulfilled(0/0)");
-}
-
-TEST(RetryCounter, TheLimitIsUnsigned)
-{
-  RetryCounter counter(4294967295u);
-  counter.Test(false);
-  EXPECT_FALSE(counter.isExpired());
-  EXPECT_EQ(counter.to_string(), "retrying(1/4294967295)");
 }
 
 // What a counter must say after these attempts, worked out from the whole sequence:
@@ -103,10 +69,8 @@ TEST(RetryCounter, EverySequenceUpToTenAttemptsFollowsTheRules)
       for (unsigned attempts = 0; attempts < 1u << length; attempts++) {
         RetryCounter counter(limit);
         for (unsigned i = 0; i < length; i++) counter.Test((attempts >> i) & 1u);
-        std::string const text = expected_text(attempts, length, limit);
-        ASSERT_EQ(counter.to_string(), text);
-        ASSERT_EQ(counter.isExpired(), text.starts_with("expired"));
-        ASSERT_EQ(counter.isFulfilled(), text.starts_with("fulfilled"));
+        expect_said(counter, expected_text(attempts, length, limit));
+        if (HasFatalFailure()) return;
       }
     }
   }
