@@ -31,50 +31,38 @@ TEST(PrinterLevelsReport, HalfARibbon)
               "ATTR: marker-colors=#00FF00\n"
               "ATTR: marker-levels=50\n"
               "ATTR: marker-message=\"Prints Remaining = 350 / 700\"\n"
-              "ATTR: marker-names=\"Ribbon Type: 13x18(5x7\xe2\x80\xb3)\"\n"
+              "ATTR: marker-names=\"Ribbon Type: 13x18(5x7″)\"\n"
               "ATTR: marker-types=ink-ribbon\n");
 }
 
+PrinterLevels of_type(int type, PrinterLevels levels)
+{
+  levels.type = static_cast<PrinterLevels::Type>(type);
+  return levels;
+}
+
 // Kept: the name is told although the levels are not; code zero has the name "00".
-TEST(PrinterLevelsReport, UnavailableLevels)
+TEST(PrinterLevelsReport, LevelsThatAreNotAvailableHaveANameAllTheSame)
 {
-  EXPECT_TEXT(reported(PrinterLevels::Unavailable()), unavailable_levels_text());
-}
-
-// The lines of levels of this type, with the name of the ink sheet all the same.
-std::string lines_without_levels(std::string const& log, std::string const& name)
-{
-  return "DEBUG: [ReportLevels] " + log
-         + "\n"
-           "ATTR: marker-colors=#00FF00\n"
-           "ATTR: marker-levels=-2\n"
-           "ATTR: marker-message=\" \"\n"
-           "ATTR: marker-names=\""
-         + name + "\"\nATTR: marker-types=ink-ribbon\n";
-}
-
-std::string reported(PrinterLevels levels, PrinterLevels::Type type)
-{
-  levels.type = type;
-  return reported(levels);
-}
-
-TEST(PrinterLevelsReport, UnavailableGoesBeforeUnknownCounts)
-{
-  EXPECT_TEXT(reported(PrinterLevels::Fill(65535, 65535, 0xff), PrinterLevels::Type::Unavailable),
-              lines_without_levels("UNAVAILABLE", " "));
-}
-
-TEST(PrinterLevelsReport, CountsOfUnavailableLevelsAreNotLookedAt)
-{
-  EXPECT_TEXT(reported(PrinterLevels::Fill(700, 350, 0x84), PrinterLevels::Type::Unavailable),
-              lines_without_levels("UNAVAILABLE", "Ribbon Type: 13x18(5x7\xe2\x80\xb3)"));
-}
-
-TEST(PrinterLevelsReport, AForeignTypeIsNotAvailable)
-{
-  EXPECT_TEXT(reported(PrinterLevels::Fill(700, 350, 0x84), static_cast<PrinterLevels::Type>(2)),
-              lines_without_levels("UNKNOWN", "Ribbon Type: 13x18(5x7\xe2\x80\xb3)"));
+  PrinterLevels const half = PrinterLevels::Fill(700, 350, 0x84);
+  PrinterLevels const unknown = PrinterLevels::Fill(65535, 65535, 0xff);
+  struct {
+    char const* rule;
+    PrinterLevels levels;
+    std::string log, name;
+  } const rows[] = {
+      {"no reply", PrinterLevels::Unavailable(), "UNAVAILABLE", "Ribbon Type: 00"},
+      {"goes before unknown counts", of_type(0, unknown), "UNAVAILABLE", " "},
+      {"counts are not looked at", of_type(0, half), "UNAVAILABLE", "Ribbon Type: 13x18(5x7″)"},
+      {"a foreign type", of_type(2, half), "UNKNOWN", "Ribbon Type: 13x18(5x7″)"},
+  };
+  for (auto const& row : rows) {
+    std::string const text = "DEBUG: [ReportLevels] " + row.log + "\nATTR: marker-colors=#00FF00\n"
+                             + "ATTR: marker-levels=-2\nATTR: marker-message=\" \"\n"
+                             + "ATTR: marker-names=\"" + row.name
+                             + "\"\nATTR: marker-types=ink-ribbon\n";
+    EXPECT_TEXT(reported(row.levels), text) << row.rule;
+  }
 }
 
 void expect_level(unsigned total, unsigned remaining, unsigned level = 0)
@@ -109,12 +97,6 @@ TEST(PrinterLevelsReport, TheNameFollowsTheInkSheetTypeWhateverTheCounts)
       ASSERT_TEXT(reported(PrinterLevels::Fill(700, static_cast<unsigned short>(remaining),
                                                static_cast<unsigned char>(code))),
                   level_report_text({700, remaining, code}, 50));
-}
-
-TEST(PrinterLevelsReport, AnUnknownInkSheetTypeKeepsLevelAndMessage)
-{
-  EXPECT_TEXT(reported(PrinterLevels::Fill(700, 350, 0xff)),
-              level_report_text({700, 350, 0xff}, 50));
 }
 
 TEST(PrinterLevelsReport, TheSameLevelsGiveTheSameLinesEveryTime)

@@ -62,53 +62,25 @@ std::string reported(unsigned char first_byte)
   return capture.take();
 }
 
-TEST(ReasonSlots, TheGoodStateRemovesTheKeywordsOfAllSlots) { EXPECT_TEXT(reported(0), lines({})); }
-
-TEST(ReasonSlots, TwoKeywordsAreAddedInSlotOrder)
+TEST(ReasonSlots, ARowsKeywordsAreAddedInSlotOrderAndAllOthersRemoved)
 {
-  EXPECT_TEXT(reported(2), lines({"two-b", "two-a"}));
-}
-
-TEST(ReasonSlots, ThreeKeywordsAreAddedInSlotOrder)
-{
-  EXPECT_TEXT(reported(3), lines({"three-c", "three-a", "three-b"}));
-}
-
-TEST(ReasonSlots, ARowThatFillsAllSlotsNeedsNoEnd)
-{
-  EXPECT_TEXT(reported(4), lines({"four-d", "four-c", "four-b", "four-a"}));
-}
-
-TEST(ReasonSlots, AKeywordOfTwoRowsIsKnownOnce)
-{
-  EXPECT_TEXT(reported(5), lines({"two-a", "shared"}));
-}
-
-TEST(ReasonSlots, AKeywordInTwoSlotsIsAddedTwice)
-{
-  EXPECT_TEXT(reported(6), lines({"same", "same"}));
-}
-
-TEST(ReasonSlots, TheFirstNullSlotEndsTheList)
-{
-  EXPECT_TEXT(reported(7), lines({"gap"}));
-  EXPECT_TEXT(reported(8), lines({}));
-}
-
-TEST(ReasonSlots, TheFirstMatchingRowIsTaken)
-{
-  EXPECT_EQ(reported(2).find("STATE: +second-match"), std::string::npos);
-}
-
-TEST(ReasonSlots, AShorterKeywordIsRemovedBeforeALongerOne)
-{
-  EXPECT_TEXT(reported(9), lines({"gap-longer"}));
-  EXPECT_NE(reported(2).find("STATE: -gap\nSTATE: -gap-longer\n"), std::string::npos);
-}
-
-TEST(ReasonSlots, KeywordsAreOrderedByTheirBytes)
-{
-  EXPECT_TEXT(reported(10), lines({"Upper", "\xc3\xa9"}));
+  struct {
+    char const* rule;
+    unsigned char first_byte;
+    std::vector<std::string> added;
+  } const rows[] = {
+      {"the good state adds none", 0, {}},
+      {"two keywords, and the first matching row is taken", 2, {"two-b", "two-a"}},
+      {"three keywords", 3, {"three-c", "three-a", "three-b"}},
+      {"a row that fills all slots needs no end", 4, {"four-d", "four-c", "four-b", "four-a"}},
+      {"a keyword of two rows is known once", 5, {"two-a", "shared"}},
+      {"a keyword in two slots is added twice", 6, {"same", "same"}},
+      {"the first null slot ends the list", 7, {"gap"}},
+      {"also when it is the first slot", 8, {}},
+      {"a shorter keyword is removed before a longer one", 9, {"gap-longer"}},
+      {"keywords are ordered by their bytes", 10, {"Upper", "\xc3\xa9"}},
+  };
+  for (auto const& row : rows) EXPECT_TEXT(reported(row.first_byte), lines(row.added)) << row.rule;
 }
 
 TEST(ReasonSlots, AnUnknownCodeAddsTheUndefinedReason)

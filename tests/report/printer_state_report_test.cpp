@@ -26,20 +26,26 @@ std::string reported(PrinterState const& state)
   return capture.take();
 }
 
-TEST(PrinterStateReport, AGoodStateRemovesAllKnownReasons)
-{
-  EXPECT_TEXT(reported(PrinterState::Good()), reasons_text());
-}
-
-TEST(PrinterStateReport, AnUnavailableStateAddsItsReasonAndRemovesTheOthers)
-{
-  EXPECT_TEXT(reported(PrinterState::Unavailable()), reasons_text(23));
-}
-
-TEST(PrinterStateReport, AnUnavailableStatesCodeIsNotLookedUp)
+TEST(PrinterStateReport, AStateAddsItsReasonAndRemovesTheOthers)
 {
   unsigned char const code[3] = {0x06, 0x02, 0x02};
-  EXPECT_TEXT(reported(PrinterState(PrinterState::Type::Unavailable, &code)), reasons_text(23));
+  std::string const undefined = "DEBUG: encountered undefined error number ";
+  struct {
+    char const* rule;
+    PrinterState state;
+    std::string text;
+  } const rows[] = {
+      {"a good state has none", PrinterState::Good(), reasons_text()},
+      {"an unavailable state", PrinterState::Unavailable(), reasons_text(23)},
+      {"its code is not looked up", {PrinterState::Type::Unavailable, &code}, reasons_text(23)},
+      {"the exhausted ribbon", PrinterState::InternalSupplyLow(), reasons_text(5)},
+      {"is like printer error 5", state_of(0x050202), reasons_text(5)},
+      {"an unknown code is logged first", state_of(0x112233),
+       undefined + "(0x11,0x22,0x33)\n" + reasons_text(23)},
+      {"a foreign type is an undefined error", PrinterState(static_cast<PrinterState::Type>(2)),
+       undefined + "(UNKNOWN)\n" + reasons_text(23)},
+  };
+  for (auto const& row : rows) EXPECT_TEXT(reported(row.state), row.text) << row.rule;
 }
 
 TEST(PrinterStateReport, EveryKnownCodeAddsItsReasonAndRemovesTheOthers)
@@ -49,18 +55,6 @@ TEST(PrinterStateReport, EveryKnownCodeAddsItsReasonAndRemovesTheOthers)
         << code_text(known.code);
 }
 
-TEST(PrinterStateReport, TheExhaustedRibbonIsReportedLikePrinterError5)
-{
-  EXPECT_TEXT(reported(PrinterState::InternalSupplyLow()), reasons_text(5));
-  EXPECT_TEXT(reported(state_of(0x050202)), reasons_text(5));
-}
-
-TEST(PrinterStateReport, AnUnknownCodeIsLoggedFirst)
-{
-  EXPECT_TEXT(reported(state_of(0x112233)),
-              "DEBUG: encountered undefined error number (0x11,0x22,0x33)\n" + reasons_text(23));
-}
-
 TEST(PrinterStateReport, CodesOneBitAwayFromAKnownOneAreNotTakenForIt)
 {
   for (KnownCode const& known : known_codes())
@@ -68,12 +62,6 @@ TEST(PrinterStateReport, CodesOneBitAwayFromAKnownOneAreNotTakenForIt)
       unsigned const code = known.code ^ 1U << bit;
       ASSERT_TEXT(reported(state_of(code)), reason_report_text(code)) << code_text(code);
     }
-}
-
-TEST(PrinterStateReport, AForeignTypeIsAnUndefinedError)
-{
-  EXPECT_TEXT(reported(PrinterState(static_cast<PrinterState::Type>(2))),
-              "DEBUG: encountered undefined error number (UNKNOWN)\n" + reasons_text(23));
 }
 
 TEST(PrinterStateReport, NothingIsRememberedBetweenCalls)
