@@ -19,73 +19,56 @@ std::string sample(std::size_t size)
   return bytes;
 }
 
-std::string dumped(char const* label, std::string const& bytes, int size)
+std::string dumped(char const* label, char const* bytes, int size)
 {
   StderrCapture capture;
-  dump_mem(label, bytes.data(), size);
+  dump_mem(label, bytes, size);
   return capture.take();
 }
 
 std::string dumped(char const* label, std::string const& bytes)
 {
-  return dumped(label, bytes, static_cast<int>(bytes.size()));
+  return dumped(label, bytes.data(), static_cast<int>(bytes.size()));
 }
 
-TEST(DumpMem, FourBytesAreASizeLineAndAByteLine)
+TEST(DumpMem, ASizeLineIsFollowedByALineForEachSixteenBytes)
 {
-  EXPECT_TEXT(dumped("[CMD]", "\033V21"),
-              "DEBUG: [CMD] size=4\n"
-              "DEBUG: [CMD] 0000: 1b 56 32 31\n");
+  struct {
+    char const* rule;
+    char const* label;
+    std::string bytes;
+    std::string text;
+  } const rows[] = {
+      {"four bytes", "[CMD]", "\033V21",
+       "DEBUG: [CMD] size=4\n"
+       "DEBUG: [CMD] 0000: 1b 56 32 31\n"},
+      {"sixteen bytes make no empty second line", "[STS]", "0123456789abcdef",
+       "DEBUG: [STS] size=16\n"
+       "DEBUG: [STS] 0000: 30 31 32 33 34 35 36 37 38 39 61 62 63 64 65 66\n"},
+      {"the seventeenth starts the second line", "[STS]", "0123456789abcdefg",
+       "DEBUG: [STS] size=17\n"
+       "DEBUG: [STS] 0000: 30 31 32 33 34 35 36 37 38 39 61 62 63 64 65 66\n"
+       "DEBUG: [STS] 0010: 67\n"},
+      {"high bytes are not sign-extended", "x", "\x7f\x80\xfe\xff",
+       "DEBUG: x size=4\n"
+       "DEBUG: x 0000: 7f 80 fe ff\n"},
+      {"a label is no format", "100%s %d\t", "A",
+       "DEBUG: 100%s %d\t size=1\n"
+       "DEBUG: 100%s %d\t 0000: 41\n"},
+      {"a label may be empty", "", "A",
+       "DEBUG:  size=1\n"
+       "DEBUG:  0000: 41\n"},
+  };
+  for (auto const& row : rows) EXPECT_TEXT(dumped(row.label, row.bytes), row.text) << row.rule;
 }
 
-TEST(DumpMem, SizeZeroGivesOneEmptyLineHead)
+TEST(DumpMem, WithoutBytesNoneIsRead)
 {
-  EXPECT_TEXT(dumped("[STS]", "unread", 0),
+  EXPECT_TEXT(dumped("[STS]", nullptr, 0),
               "DEBUG: [STS] size=0\n"
               "DEBUG: [STS] 0000:\n");
-}
-
-TEST(DumpMem, NegativeSizeGivesTheSizeLineAlone)
-{
-  EXPECT_TEXT(dumped("[STS]", "unread", -1), "DEBUG: [STS] size=-1\n");
-  EXPECT_TEXT(dumped("[STS]", "unread", -2), "DEBUG: [STS] size=-2\n");
-  EXPECT_TEXT(dumped("[STS]", "unread", -3), "DEBUG: [STS] size=-3\n");
-  EXPECT_TEXT(dumped("[STS]", "unread", -16), "DEBUG: [STS] size=-16\n");
-  EXPECT_TEXT(dumped("[STS]", "unread", INT32_MIN), "DEBUG: [STS] size=-2147483648\n");
-}
-
-TEST(DumpMem, NoDataIsReadForANegativeOrZeroSize)
-{
-  StderrCapture capture;
-  dump_mem("[STS]", nullptr, -1);
-  dump_mem("[STS]", nullptr, 0);
-  EXPECT_TEXT(capture.take(), "DEBUG: [STS] size=-1\nDEBUG: [STS] size=0\nDEBUG: [STS] 0000:\n");
-}
-
-TEST(DumpMem, SixteenBytesMakeOneLineAndNoEmptyOne)
-{
-  EXPECT_TEXT(dumped("[STS]", "0123456789abcdef"),
-              "DEBUG: [STS] size=16\n"
-              "DEBUG: [STS] 0000: 30 31 32 33 34 35 36 37 38 39 61 62 63 64 65 66\n");
-}
-
-TEST(DumpMem, TheSeventeenthByteStartsTheSecondLine)
-{
-  EXPECT_TEXT(dumped("[STS]", "0123456789abcdefg"),
-              "DEBUG: [STS] size=17\n"
-              "DEBUG: [STS] 0000: 30 31 32 33 34 35 36 37 38 39 61 62 63 64 65 66\n"
-              "DEBUG: [STS] 0010: 67\n");
-}
-
-TEST(DumpMem, HighBytesAreNotSignExtended)
-{
-  EXPECT_TEXT(dumped("x", "\x7f\x80\xfe\xff"), "DEBUG: x size=4\nDEBUG: x 0000: 7f 80 fe ff\n");
-}
-
-TEST(DumpMem, LabelIsWrittenAsItStands)
-{
-  EXPECT_TEXT(dumped("100%s %d\t", "A"), "DEBUG: 100%s %d\t size=1\nDEBUG: 100%s %d\t 0000: 41\n");
-  EXPECT_TEXT(dumped("", "A"), "DEBUG:  size=1\nDEBUG:  0000: 41\n");
+  for (int size : {-1, -2, -3, -16, INT32_MIN})
+    EXPECT_TEXT(dumped("[STS]", nullptr, size), "DEBUG: [STS] size=" + std::to_string(size) + "\n");
 }
 
 TEST(DumpMem, EverySizeUpToTheLargestReplyFollowsTheRule)
