@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "tests/harness/same_text.h"
 #include "tests/oracle/run_text.h"
@@ -33,24 +34,30 @@ std::string run(char const* directive, bool bidirectional, std::deque<FakeScript
   return world.transcript();
 }
 
-TEST(ReportCommands, ReportStatusReportsThePrintersState)
+// Kept: without a bidirectional connection "ReportLevels" leaves the reasons alone, though
+// "ReportStatus" states them.
+TEST(ReportCommands, ADirectiveInAnyCaseReportsWhatOneQueryBrings)
 {
-  EXPECT_TEXT(run("ReportStatus", true, {{REPLY.bytes()}}), QUERY + REASONS);
-}
-
-TEST(ReportCommands, ReportLevelsReportsLevelsThenStateOfOneQuery)
-{
-  EXPECT_TEXT(run("ReportLevels", true, {{REPLY.bytes()}}), QUERY + LEVELS + REASONS);
-}
-
-TEST(ReportCommands, WithoutAnAnswerTheStateIsUnavailable)
-{
-  EXPECT_TEXT(run("ReportStatus", true), SILENT_QUERY + NO_ANSWER);
-}
-
-TEST(ReportCommands, WithoutAnAnswerLevelsAndStateAreUnavailable)
-{
-  EXPECT_TEXT(run("ReportLevels", true), SILENT_QUERY + NO_LEVELS + NO_ANSWER);
+  struct {
+    std::vector<char const*> spellings;
+    std::string answered, unanswered, not_bidirectional;
+  } const rows[] = {
+      {{"ReportStatus", "reportstatus", "REPORTSTATUS", "rEPORTsTATUS"},
+       QUERY + REASONS,
+       SILENT_QUERY + NO_ANSWER,
+       NO_ANSWER},
+      {{"ReportLevels", "reportlevels", "REPORTLEVELS", "rEPORTlEVELS"},
+       QUERY + LEVELS + REASONS,
+       SILENT_QUERY + NO_LEVELS + NO_ANSWER,
+       NO_LEVELS},
+  };
+  for (auto const& row : rows) {
+    for (char const* directive : row.spellings) {
+      EXPECT_TEXT(run(directive, true, {{REPLY.bytes()}}), row.answered) << directive;
+      EXPECT_TEXT(run(directive, true), row.unanswered) << directive;
+      EXPECT_TEXT(run(directive, false, {{REPLY.bytes()}}), row.not_bidirectional) << directive;
+    }
+  }
 }
 
 TEST(ReportCommands, APrinterThatNeverWakesIsReportedUnavailable)
@@ -61,29 +68,6 @@ TEST(ReportCommands, APrinterThatNeverWakesIsReportedUnavailable)
       "DEBUG: #retry over\n" + end_text("get_printer_info_retry") + NO_LEVELS + NO_ANSWER;
   std::deque<FakeScript::Read> const replies(61, {asleep.bytes()});
   EXPECT_TRUE(run("ReportLevels", true, replies).ends_with(end));
-}
-
-TEST(ReportCommands, NotBidirectionalReportStatusReportsNoAnswer)
-{
-  EXPECT_TEXT(run("ReportStatus", false, {{REPLY.bytes()}}), NO_ANSWER);
-}
-
-// Kept: the reasons are left alone here, though "ReportStatus" states them.
-TEST(ReportCommands, NotBidirectionalReportLevelsReportsNoState)
-{
-  EXPECT_TEXT(run("ReportLevels", false, {{REPLY.bytes()}}), NO_LEVELS);
-}
-
-TEST(ReportCommands, DirectivesAreMatchedInAnyCase)
-{
-  for (char const* directive : {"reportstatus", "REPORTSTATUS", "rEPORTsTATUS"}) {
-    EXPECT_TEXT(run(directive, true, {{REPLY.bytes()}}), QUERY + REASONS);
-    EXPECT_TEXT(run(directive, false), NO_ANSWER);
-  }
-  for (char const* directive : {"reportlevels", "REPORTLEVELS", "rEPORTlEVELS"}) {
-    EXPECT_TEXT(run(directive, true, {{REPLY.bytes()}}), QUERY + LEVELS + REASONS);
-    EXPECT_TEXT(run(directive, false), NO_LEVELS);
-  }
 }
 
 TEST(ReportCommands, AnyOtherDirectiveDoesNothing)
