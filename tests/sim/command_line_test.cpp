@@ -8,6 +8,7 @@
 
 #include "tests/harness/simulator_process.h"
 #include "tests/harness/tcp_peer.h"
+#include "tests/sim/reply_bytes.h"
 
 namespace {
 
@@ -115,49 +116,21 @@ TEST(SimulatorCommandLine, AGivenPortIsUsed)
 
 TEST(SimulatorCommandLine, EveryOptionSetsItsFieldOfTheReplies)
 {
-  SimulatorProcess simulator({"--error",
-                              "01 02 03",
-                              "--total",
-                              "1027",
-                              "--remaining=1541",
-                              "--ink-sheet",
-                              "07",
-                              "--power",
-                              "08",
-                              "--mechanism",
-                              "09 0a",
-                              "--memory",
-                              "0b",
-                              "--asleep",
-                              "1",
-                              "--reply-length",
-                              "152",
-                              "--job-status",
-                              "0c 0d 0e 0f",
-                              "--job-reply-length",
-                              "12"});
+  SimulatorProcess simulator({"--error=01 02 03", "--total", "1027", "--remaining=1541",
+                              "--ink-sheet=07", "--power=08", "--mechanism=09 0a", "--memory=0b",
+                              "--asleep=1", "--reply-length=152", "--job-status", "0c 0d 0e 0f",
+                              "--job-reply-length=12"});
   TcpPeer const peer(simulator.port());
   peer.send({0x1b, 'V', '2', '1', 0x1b, 'V', '2', '1', 0x1b, 'V', '1', '0', 0, 0});
   peer.half_close();
 
-  TcpPeer::Bytes expected(152 + 152 + 12);
-  for (std::size_t const reply : {0U, 152U}) {
-    expected[reply + 4] = 0x0b;
-    expected[reply + 5] = reply == 0 ? 0x01 : 0x08;
-    expected[reply + 128] = 0x09;
-    expected[reply + 129] = 0x0a;
-    expected[reply + 131] = 0x01;
-    expected[reply + 132] = 0x02;
-    expected[reply + 133] = 0x03;
-    expected[reply + 145] = 0x07;
-    expected[reply + 148] = 0x04;
-    expected[reply + 149] = 0x03;
-    expected[reply + 150] = 0x06;
-    expected[reply + 151] = 0x05;
-  }
-  expected[312] = 0x0c;
-  expected[313] = 0x0d;
-  expected[314] = 0x0e;
-  expected[315] = 0x0f;
-  EXPECT_EQ(peer.receive_all(), expected);
+  Fields fields{{4, {0x0b, 0x01}},
+                {128, {0x09, 0x0a}},
+                {131, {0x01, 0x02, 0x03}},
+                {145, {0x07}},
+                {148, {0x04, 0x03, 0x06, 0x05}}};
+  auto const asleep = reply_with(152, fields);
+  fields[4] = {0x0b, 0x08};
+  auto const job_status = reply_with(12, {{8, {0x0c, 0x0d, 0x0e, 0x0f}}});
+  EXPECT_EQ(peer.receive_all(), join(join(asleep, reply_with(152, fields)), job_status));
 }

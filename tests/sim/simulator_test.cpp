@@ -10,27 +10,66 @@
 #include "tests/harness/simulator_process.h"
 #include "tests/harness/tcp_peer.h"
 #include "tests/harness/temporary_file.h"
+#include "tests/sim/reply_bytes.h"
 
 namespace {
 
-using Bytes = TcpPeer::Bytes;
 using Lines = std::vector<std::string>;
 
 Bytes const WAKE_UP{0x1b, 0x45, 0x57, 0x55};
 Bytes const STATUS_QUERY{0x1b, 0x56, 0x32, 0x31};
 Bytes const JOB_STATUS_QUERY{0x1b, 0x56, 0x31, 0x30, 0x00, 0x00};
+Bytes const GOOD_REPLY = status_with({});
 
-// The status reply of a good printer with 350 of 700 prints left.
-Bytes good_reply()
-{
-  Bytes reply(192);
-  reply[145] = 0x84;
-  reply[148] = 0x02;
-  reply[149] = 0xbc;
-  reply[150] = 0x01;
-  reply[151] = 0x5e;
-  return reply;
-}
+// All that a peer sends before its half-close, and what comes of it until the connection closes.
+struct Conversation {
+  char const* with;
+  Lines options;
+  Bytes sent;
+  Bytes received;
+  Lines told;  // between the connection's opening and its end
+};
+
+Conversation const CONVERSATIONS[] = {
+    {"all commands",
+     {},
+     join(join(WAKE_UP, STATUS_QUERY), JOB_STATUS_QUERY),
+     join(GOOD_REPLY, Bytes(20)),
+     {"heard wake-up", "heard status query", "heard job status query",
+      "answered status query with 192 bytes", "answered job status query with 20 bytes"}},
+    {"unknown bytes around a command",
+     {},
+     {'A', 0x1b, 0x1b, 'V', '2', '1', 0x00},
+     GOOD_REPLY,
+     {"heard unknown byte 0x41", "heard unknown byte 0x1b", "heard status query",
+      "heard unknown byte 0x00", "answered status query with 192 bytes"}},
+    {"a command that the half-close cuts off",
+     {},
+     {0x1b, 'V'},
+     {},
+     {"heard unknown byte 0x1b", "heard unknown byte 0x56"}},
+    {"answers that are pending at the half-close",
+     {"--fragments", "100,50", "--delay", "5"},
+     join(STATUS_QUERY, JOB_STATUS_QUERY),
+     join(GOOD_REPLY, Bytes(20)),
+     {"heard status query", "heard job status query", "answered status query with 192 bytes",
+      "answered job status query with 20 bytes"}},
+    {"the largest reply",
+     {"--reply-length", "65535"},
+     STATUS_QUERY,
+     join(GOOD_REPLY, Bytes(65535 - 192)),
+     {"heard status query", "answered status query with 65535 bytes"}},
+    {"a reply of no bytes",
+     {"--reply-length", "0"},
+     STATUS_QUERY,
+     {},
+     {"heard status query", "answered status query with 0 bytes"}},
+    {"a silent printer",
+     {"--silent"},
+     join(STATUS_QUERY, JOB_STATUS_QUERY),
+     {},
+     {"heard status query", "heard job status query"}},
+};
 
 void expect_lines(SimulatorProcess& simulator, Lines const& lines)
 {
@@ -51,41 +90,27 @@ Lines const SLOW_REPLY{"--delay", "200", "--fragments",
                        "1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,"
                        "1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1"};
 
-// Has a new connection answered at full speed.
-void expect_good_answer(SimulatorProcess& simulator, std::uint16_t port)
+void expect_answer(TcpPeer const& peer, Bytes const& reply)
 {
-  tell(simulator, "delay 0");
-  TcpPeer const peer(port);
   peer.send(STATUS_QUERY);
-  EXPECT_EQ(peer.receive(192), good_reply());
+  EXPECT_EQ(peer.receive(192), reply);
 }
 
 }  // namespace
 
-TEST(Simulator, AnswersBothQueriesAndTellsWhatItHeard)
+TEST(Simulator, AnswersWhatItHearsAndTellsIt)
 {
-  SimulatorProcess simulator({});
-  TcpPeer peer(simulator.port());
-  peer.send(WAKE_UP);
-  peer.send(STATUS_QUERY);
-  EXPECT_EQ(peer.receive(192), good_reply());
-  peer.send(JOB_STATUS_QUERY);
-  EXPECT_EQ(peer.receive(20), Bytes(20));
-  peer.half_close();
-  EXPECT_EQ(peer.receive_all(), Bytes());
-  expect_lines(simulator, {"connection opened", "heard wake-up", "heard status query",
-                           "answered status query with 192 bytes", "heard job status query",
-                           "answered job status query with 20 bytes", "connection closed"});
-}
-
-TEST(Simulator, UnknownBytesAreToldAndDoNotEndTheConnection)
-{
-  SimulatorProcess simulator({});
-  TcpPeer const peer(simulator.port());
-  peer.send({'A', 0x1b, 0x1b, 'V', '2', '1', 0x00});
-  EXPECT_EQ(peer.receive(192), good_reply());
-  expect_lines(simulator,
-               {"connection opened", "heard unknown byte 0x41", "heard unknown byte 0x1b"});
+  for (auto const& conversation : CONVERSATIONS) {
+    SCOPED_TRACE(conversation.with);
+    SimulatorProcess simulator(conversation.options);
+    TcpPeer const peer(simulator.port());
+    peer.send(conversation.sent);
+    peer.half_close();
+    EXPECT_EQ(peer.receive_all(), conversation.received);
+    expect_lines(simulator, {"connection opened"});
+    expect_lines(simulator, conversation.told);
+    expect_lines(simulator, {"connection closed"});
+  }
 }
 
 TEST(Simulator, AnEscapeCommandIsHeardAcrossPackets)
@@ -96,39 +121,15 @@ TEST(Simulator, AnEscapeCommandIsHeardAcrossPackets)
   // The line about the first byte shows that the packet has been heard.
   expect_lines(simulator, {"connection opened", "heard unknown byte 0x41"});
   peer.send({'2', '1'});
-  EXPECT_EQ(peer.receive(192), good_reply());
+  EXPECT_EQ(peer.receive(192), GOOD_REPLY);
   expect_lines(simulator, {"heard status query"});
-}
-
-TEST(Simulator, SendsPendingAnswersAfterAHalfCloseAndThenCloses)
-{
-  SimulatorProcess simulator({"--fragments", "100,50", "--delay", "5"});
-  TcpPeer const peer(simulator.port());
-  peer.send(STATUS_QUERY);
-  peer.send(JOB_STATUS_QUERY);
-  peer.half_close();
-  auto expected = good_reply();
-  expected.resize(192 + 20);
-  EXPECT_EQ(peer.receive_all(), expected);
-}
-
-TEST(Simulator, AnEscapeCommandCutOffByAHalfCloseIsToldAsUnknownBytes)
-{
-  SimulatorProcess simulator({});
-  TcpPeer const peer(simulator.port());
-  peer.send({0x1b, 'V'});
-  peer.half_close();
-  EXPECT_EQ(peer.receive_all(), Bytes());
-  expect_lines(simulator, {"connection opened", "heard unknown byte 0x1b",
-                           "heard unknown byte 0x56", "connection closed"});
 }
 
 TEST(Simulator, SendsAReplyInPieces)
 {
   SimulatorProcess simulator({"--fragments", "1,100,50", "--delay", "5"});
   TcpPeer const peer(simulator.port());
-  peer.send(STATUS_QUERY);
-  EXPECT_EQ(peer.receive(192), good_reply());
+  expect_answer(peer, GOOD_REPLY);
   EXPECT_GE(peer.segments(), 4U);
 }
 
@@ -137,43 +138,8 @@ TEST(Simulator, PausesBeforeEveryPiece)
   SimulatorProcess simulator({"--fragments", "100", "--delay", "50"});
   TcpPeer const peer(simulator.port());
   auto const start = std::chrono::steady_clock::now();
-  peer.send(STATUS_QUERY);
-  EXPECT_EQ(peer.receive(192), good_reply());
+  expect_answer(peer, GOOD_REPLY);
   EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(100));
-}
-
-TEST(Simulator, ALargestReplyArrivesWhole)
-{
-  SimulatorProcess simulator({"--reply-length", "65535"});
-  TcpPeer const peer(simulator.port());
-  peer.send(STATUS_QUERY);
-  peer.half_close();
-  auto expected = good_reply();
-  expected.resize(65535);
-  EXPECT_EQ(peer.receive_all(), expected);
-}
-
-TEST(Simulator, AReplyOfNoBytesIsAnsweredWithNone)
-{
-  SimulatorProcess simulator({"--reply-length", "0"});
-  TcpPeer const peer(simulator.port());
-  peer.send(STATUS_QUERY);
-  peer.half_close();
-  EXPECT_EQ(peer.receive_all(), Bytes());
-  expect_lines(simulator, {"connection opened", "heard status query",
-                           "answered status query with 0 bytes", "connection closed"});
-}
-
-TEST(Simulator, SilentItHearsAndDoesNotAnswer)
-{
-  SimulatorProcess simulator({"--silent"});
-  TcpPeer const peer(simulator.port());
-  peer.send(STATUS_QUERY);
-  peer.send(JOB_STATUS_QUERY);
-  peer.half_close();
-  EXPECT_EQ(peer.receive_all(), Bytes());
-  expect_lines(simulator, {"connection opened", "heard status query", "heard job status query",
-                           "connection closed"});
 }
 
 TEST(Simulator, SilenceDoesNotWakeThePrinter)
@@ -183,30 +149,19 @@ TEST(Simulator, SilenceDoesNotWakeThePrinter)
   peer.send(STATUS_QUERY);
   expect_lines(simulator, {"connection opened", "heard status query"});
   tell(simulator, "silent off");
-  peer.send(STATUS_QUERY);
-  auto expected = good_reply();
-  expected[5] = 0x01;
-  EXPECT_EQ(peer.receive(192), expected);
+  expect_answer(peer, status_with({{5, {0x01}}}));
 }
 
-TEST(Simulator, ClosesTheConnectionAfterTheWakeUpWhenTold)
+TEST(Simulator, ClosesTheConnectionAfterTheWakeUpWhenToldAndHearsNothingMore)
 {
   SimulatorProcess simulator({"--close-after-wake-up"});
   auto const port = simulator.port();
-  for (int connection = 0; connection < 2; ++connection) {
+  for (auto const& sent : {WAKE_UP, join(join(WAKE_UP, {'A'}), STATUS_QUERY)}) {
     TcpPeer const peer(port);
-    peer.send(WAKE_UP);
+    peer.send(sent);
     EXPECT_EQ(peer.receive_all(), Bytes());
     expect_lines(simulator, {"connection opened", "heard wake-up", "connection closed"});
   }
-}
-
-TEST(Simulator, HearsNothingMoreOnceItHasClosedTheConnection)
-{
-  SimulatorProcess simulator({"--close-after-wake-up"});
-  TcpPeer const peer(simulator.port());
-  peer.send({0x1b, 'E', 'W', 'U', 'A', 0x1b, 'V', '2', '1'});
-  expect_lines(simulator, {"connection opened", "heard wake-up", "connection closed"});
   tell(simulator, "total 1");
 }
 
@@ -216,10 +171,7 @@ TEST(Simulator, SaysNotAwakeAsOftenAsToldOverAllConnections)
   auto const port = simulator.port();
   for (auto const power : Bytes{0x01, 0x01, 0x00}) {
     TcpPeer const peer(port);
-    peer.send(STATUS_QUERY);
-    auto expected = good_reply();
-    expected[5] = power;
-    EXPECT_EQ(peer.receive(192), expected);
+    expect_answer(peer, status_with({{5, {power}}}));
   }
 }
 
@@ -231,55 +183,39 @@ TEST(Simulator, ServesConnectionsAtTheSameTime)
   TcpPeer const second(port);
   first.send({0x1b, 'V'});
   second.send(STATUS_QUERY);
-  EXPECT_EQ(second.receive(192), good_reply());
+  EXPECT_EQ(second.receive(192), GOOD_REPLY);
   first.send({'2', '1'});
-  EXPECT_EQ(first.receive(192), good_reply());
-}
-
-TEST(Simulator, SurvivesAPeerThatVanishesMidReply)
-{
-  SimulatorProcess simulator(SLOW_REPLY);
-  auto const port = simulator.port();
-  TcpPeer peer(port);
-  peer.send(STATUS_QUERY);
-  EXPECT_EQ(peer.receive(1).size(), 1U);
-  peer.vanish();
-  expect_lines(simulator, {"connection opened", "heard status query", "connection closed"});
-  expect_good_answer(simulator, port);
+  EXPECT_EQ(first.receive(192), GOOD_REPLY);
 }
 
 // After its half-close nothing is read from the peer, so only the sending can notice.
-TEST(Simulator, SurvivesAPeerThatVanishesMidReplyAfterAHalfClose)
+TEST(Simulator, SurvivesAPeerThatVanishesMidReplyAlsoAfterAHalfClose)
 {
-  SimulatorProcess simulator(SLOW_REPLY);
-  auto const port = simulator.port();
-  TcpPeer peer(port);
-  peer.send(STATUS_QUERY);
-  peer.half_close();
-  EXPECT_EQ(peer.receive(1).size(), 1U);
-  peer.vanish();
-  expect_lines(simulator, {"connection opened", "heard status query", "connection closed"});
-  expect_good_answer(simulator, port);
+  for (bool const half_closed : {false, true}) {
+    SCOPED_TRACE(half_closed ? "after a half-close" : "before a half-close");
+    SimulatorProcess simulator(SLOW_REPLY);
+    auto const port = simulator.port();
+    TcpPeer peer(port);
+    peer.send(STATUS_QUERY);
+    if (half_closed) peer.half_close();
+    EXPECT_EQ(peer.receive(1).size(), 1U);
+    peer.vanish();
+    expect_lines(simulator, {"connection opened", "heard status query", "connection closed"});
+    tell(simulator, "delay 0");
+    expect_answer(TcpPeer(port), GOOD_REPLY);
+  }
 }
 
 TEST(Simulator, IsChangedByOrdersWhileAConnectionIsOpen)
 {
   SimulatorProcess simulator({});
   TcpPeer const peer(simulator.port());
-  peer.send(STATUS_QUERY);
-  EXPECT_EQ(peer.receive(192), good_reply());
+  expect_answer(peer, GOOD_REPLY);
   expect_lines(simulator,
                {"connection opened", "heard status query", "answered status query with 192 bytes"});
   tell(simulator, "error 06 02 02");
   tell(simulator, "remaining 0");
-  peer.send(STATUS_QUERY);
-  auto expected = good_reply();
-  expected[131] = 0x06;
-  expected[132] = 0x02;
-  expected[133] = 0x02;
-  expected[150] = 0x00;
-  expected[151] = 0x00;
-  EXPECT_EQ(peer.receive(192), expected);
+  expect_answer(peer, status_with({{131, {0x06, 0x02, 0x02}}, {150, {0x00, 0x00}}}));
 }
 
 TEST(Simulator, ABadOrderIsOneLineOnStandardErrorAndNotTheEnd)
@@ -302,8 +238,7 @@ TEST(Simulator, GoesOnAfterTheEndOfStandardInput)
   tell(simulator, "delay 1");
   simulator.end_input();
   TcpPeer const peer(port);
-  peer.send(STATUS_QUERY);
-  EXPECT_EQ(peer.receive(192), good_reply());
+  expect_answer(peer, GOOD_REPLY);
   simulator.signal(SIGTERM);
   EXPECT_EQ(simulator.exit_status(), 0);
 }
@@ -312,8 +247,7 @@ TEST(Simulator, RunsWithTheNullDeviceAsStandardInput)
 {
   SimulatorProcess simulator({}, "/dev/null");
   TcpPeer const peer(simulator.port());
-  peer.send(STATUS_QUERY);
-  EXPECT_EQ(peer.receive(192), good_reply());
+  expect_answer(peer, GOOD_REPLY);
 }
 
 TEST(Simulator, TakesOrdersFromAFileWithoutALastNewline)
