@@ -15,13 +15,16 @@ lib=$(dirname "${BASH_SOURCE[0]}")/../../scripts/lib
 . "$(dirname "${BASH_SOURCE[0]}")/../harness/expect.sh"
 on_exit 'scheduler_stop; printer_stop'
 
-# expect_queue TITLE LEVEL MESSAGE NAME REASONS: compares what the queue "photo" shows.
+# expect_queue TITLE LEVEL MESSAGE NAME REASONS: compares what the queue "photo" shows. One of
+# which no levels were reported shows no marker at all.
 expect_queue() {
+  local colour='#00FF00' type=ink-ribbon
+  [[ $2 ]] || colour='' type=''
   expect "$1: the level" "$(scheduler_printer_attribute photo marker-levels)" "$2"
   expect "$1: the message" "$(scheduler_printer_attribute photo marker-message)" "$3"
   expect "$1: the name" "$(scheduler_printer_attribute photo marker-names)" "$4"
-  expect "$1: the colour" "$(scheduler_printer_attribute photo marker-colors)" '#00FF00'
-  expect "$1: the type" "$(scheduler_printer_attribute photo marker-types)" ink-ribbon
+  expect "$1: the colour" "$(scheduler_printer_attribute photo marker-colors)" "$colour"
+  expect "$1: the type" "$(scheduler_printer_attribute photo marker-types)" "$type"
   expect "$1: the reasons" "$(scheduler_printer_attribute photo printer-state-reasons)" "$5"
 }
 
