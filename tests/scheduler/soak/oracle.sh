@@ -1,38 +1,26 @@
 # shellcheck shell=bash disable=SC2154,SC2034 # shares its variables with queue.sh
 # What a queue must show, from the rules and the printer's state alone.
 
+# The error codes that have a keyword, with its number.
+declare -A REASON_NUMBERS=(
+  ['06 02 02']=0001 ['09 02 02']=0002 ['03 01 01']=0003 ['08 01 01']=0004
+  ['05 02 02']=0005 ['fe ed 01']=0005 ['02 02 02']=0006 ['04 03 04']=0007 ['07 03 03']=0008
+  ['20 07 07']=0009 ['21 07 07']=0009 ['23 07 07']=0009 ['26 07 07']=0009
+  ['27 07 07']=0009 ['28 07 07']=0009 ['29 07 07']=0009
+  ['0a 05 05']=0010 ['0b 05 07']=0011 ['30 09 07']=0012
+  ['37 09 0f']=0013 ['31 09 07']=0013 ['32 09 0f']=0013 ['33 09 0f']=0013
+  ['34 09 07']=0013 ['36 09 0f']=0013
+  ['3a 0a 0f']=0014 ['3b 0a 0f']=0014 ['3c 0a 0f']=0014 ['3d 0a 0f']=0014
+  ['3e 0a 0f']=0014 ['3f 0a 0f']=0014 ['40 0e 0f']=0014
+  ['0c 0f 00']=0018 ['01 06 06']=0020 ['0d 08 07']=0021 ['0e 08 07']=0021 ['10 08 08']=0022)
+
 # The reason for the state of the printer: error, remaining, answers.
 oracle_reason() {
-  local number
-  if [[ $answers == no ]]; then
-    number=0023
-  elif ((remaining == 0)); then
-    number=0005
-  else
-    case $error in
-      '00 00 00') shown_reasons=none; return ;;
-      '06 02 02') number=0001 ;;
-      '09 02 02') number=0002 ;;
-      '03 01 01') number=0003 ;;
-      '08 01 01') number=0004 ;;
-      '05 02 02' | 'fe ed 01') number=0005 ;;
-      '02 02 02') number=0006 ;;
-      '04 03 04') number=0007 ;;
-      '07 03 03') number=0008 ;;
-      '20 07 07' | '21 07 07' | '23 07 07' | '26 07 07' | '27 07 07' | '28 07 07' | '29 07 07') number=0009 ;;
-      '0a 05 05') number=0010 ;;
-      '0b 05 07') number=0011 ;;
-      '30 09 07') number=0012 ;;
-      '37 09 0f' | '31 09 07' | '32 09 0f' | '33 09 0f' | '34 09 07' | '36 09 0f') number=0013 ;;
-      '3a 0a 0f' | '3b 0a 0f' | '3c 0a 0f' | '3d 0a 0f' | '3e 0a 0f' | '3f 0a 0f' | '40 0e 0f') number=0014 ;;
-      '0c 0f 00') number=0018 ;;
-      '01 06 06') number=0020 ;;
-      '0d 08 07' | '0e 08 07') number=0021 ;;
-      '10 08 08') number=0022 ;;
-      *) number=0023 ;;
-    esac
-  fi
-  shown_reasons=com.velmo-error$number
+  local state=$error
+  ((remaining != 0)) || state='fe ed 01'
+  [[ $answers == yes ]] || state=unavailable
+  shown_reasons=com.velmo-error${REASON_NUMBERS[$state]:-0023}
+  [[ $state != '00 00 00' ]] || shown_reasons=none
 }
 
 # The marker for the state of the printer: total, remaining, sheet, answers.

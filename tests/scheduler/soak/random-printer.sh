@@ -1,13 +1,9 @@
-# shellcheck shell=bash disable=SC2034 # read where it is sourced
+# shellcheck shell=bash disable=SC2034,SC2154 # shares its variables with queue.sh and oracle.sh
 # What chance makes of a printer and of the job that is sent to it. RANDOM is seeded by the
 # script that sources this; a subshell would draw from another sequence, so results come in
 # variables.
 
-ERRORS=('06 02 02' '09 02 02' '03 01 01' '08 01 01' '05 02 02' '02 02 02' '04 03 04' '07 03 03'
-  '20 07 07' '21 07 07' '23 07 07' '26 07 07' '27 07 07' '28 07 07' '29 07 07' '0a 05 05'
-  '0b 05 07' '30 09 07' '37 09 0f' '31 09 07' '32 09 0f' '33 09 0f' '34 09 07' '36 09 0f'
-  '3a 0a 0f' '3b 0a 0f' '3c 0a 0f' '3d 0a 0f' '3e 0a 0f' '3f 0a 0f' '40 0e 0f' '0c 0f 00'
-  '01 06 06' '0d 08 07' '0e 08 07' '10 08 08')
+mapfile -t ERRORS < <(printf '%s\n' "${!REASON_NUMBERS[@]}" | sort)
 JOBS=('ReportStatus' 'ReportLevels' 'ReportLevels ReportStatus' 'ReportStatus ReportLevels'
   'reportlevels REPORTSTATUS' 'REPORTLEVELS' 'reportStatus' 'Clean ReportStatus' 'Clean'
   'ReportStatus ReportStatus' 'ReportLevel ReportStatuses')
