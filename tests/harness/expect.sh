@@ -2,6 +2,8 @@
 # What a shell test expects. A failure says where in the test, what is and what should be; the
 # test goes on after it, and ends with `expect_end`.
 
+# shellcheck disable=SC2034 # of the tree, for the tests
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 expectations=0
 failures=0
 expect_shown='' # the text that a failure showed last; it is not shown twice in a row

@@ -6,16 +6,14 @@ set -eu
 
 filter=$1
 simulator=$2
-here=$(cd "$(dirname "$0")" && pwd)
-root=$(cd "$here/../.." && pwd)
+# shellcheck source=tests/harness/expect.sh
+. "$(dirname "$0")/../harness/expect.sh"
 # shellcheck source=scripts/lib/private-scheduler.sh
 . "$root/scripts/lib/private-scheduler.sh"
 # shellcheck source=scripts/lib/simulated-printer.sh
 . "$root/scripts/lib/simulated-printer.sh"
-# shellcheck source=tests/harness/expect.sh
-. "$root/tests/harness/expect.sh"
 # shellcheck source=tests/packaging/trust.sh
-. "$here/trust.sh"
+. "$root/tests/packaging/trust.sh"
 
 NAME=$'Ribbon Type: 13x18(5x7\xe2\x80\xb3)'
 
@@ -62,7 +60,7 @@ expect_shown "lpoptions shows the error" ' printer-state-reasons=com.velmo-error
 # A desktop tool reads the attributes, and sends a command job to have them renewed.
 printer_tell remaining 70
 printf '#CUPS-COMMAND\nReportLevels\n' >"$work/commands"
-show /usr/bin/python3 "$here/desktop_client.py" photo "$work/commands"
+show /usr/bin/python3 "$root/tests/packaging/desktop_client.py" photo "$work/commands"
 expect_shown "python3-cups reads the level before" 'levels [50]'
 expect_shown "python3-cups reads the name" "names ['$NAME']"
 expect_shown "python3-cups reads the colour and the type" "colors ['#00FF00'] types ['ink-ribbon']"

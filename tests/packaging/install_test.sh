@@ -4,15 +4,13 @@
 # Usage: install_test.sh
 set -eu
 
-here=$(cd "$(dirname "$0")" && pwd)
-root=$(cd "$here/../.." && pwd)
 # shellcheck source=tests/harness/expect.sh
-. "$root/tests/harness/expect.sh"
+. "$(dirname "$0")/../harness/expect.sh"
+# shellcheck source=scripts/lib/on-exit.sh
+. "$root/scripts/lib/on-exit.sh"
 
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-trap 'exit 130' INT
-trap 'exit 143' TERM
+on_exit "rm -rf '$work'"
 
 # Only what is shipped, in a folder with a blank, with nothing of git.
 tree="$work/the tree"

@@ -3,10 +3,8 @@
 # Usage: man_pages_test.sh
 set -eu
 
-here=$(cd "$(dirname "$0")" && pwd)
-root=$(cd "$here/../.." && pwd)
 # shellcheck source=tests/harness/expect.sh
-. "$root/tests/harness/expect.sh"
+. "$(dirname "$0")/../harness/expect.sh"
 
 page_of() { MANWIDTH=500 man -l "$root/packaging/$1."[18] 2>/dev/null | col -b | tr -s ' '; }
 

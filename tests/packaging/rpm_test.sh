@@ -3,15 +3,13 @@
 # Usage: rpm_test.sh
 set -eu
 
-here=$(cd "$(dirname "$0")" && pwd)
-root=$(cd "$here/../.." && pwd)
 # shellcheck source=tests/harness/expect.sh
-. "$root/tests/harness/expect.sh"
+. "$(dirname "$0")/../harness/expect.sh"
+# shellcheck source=scripts/lib/on-exit.sh
+. "$root/scripts/lib/on-exit.sh"
 
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-trap 'exit 130' INT
-trap 'exit 143' TERM
+on_exit "rm -rf '$work'"
 
 # Neither the user's macros nor the user's language matter.
 export HOME=$work LC_ALL=C.UTF-8

@@ -3,11 +3,10 @@
 # anything, and refuses what it does not know.
 # Usage: commands_test.sh
 set -eu
-root=$(cd "$(dirname "$0")/../.." && pwd)
+# shellcheck source=tests/harness/expect.sh
+. "$(dirname "$0")/../harness/expect.sh"
 # shellcheck source=scripts/lib/on-exit.sh
 . "$root/scripts/lib/on-exit.sh"
-# shellcheck source=tests/harness/expect.sh
-. "$root/tests/harness/expect.sh"
 
 work=$(mktemp -d)
 on_exit "rm -rf '$work'"

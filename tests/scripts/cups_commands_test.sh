@@ -3,9 +3,8 @@
 # no other.
 # Usage: cups_commands_test.sh
 set -eu
-root=$(cd "$(dirname "$0")/../.." && pwd)
 # shellcheck source=tests/harness/expect.sh
-. "$root/tests/harness/expect.sh"
+. "$(dirname "$0")/../harness/expect.sh"
 cd "$root"
 
 known=$(sed -n 's/.*_cups_strcasecmp(directive, "\([A-Za-z]*\)") == 0.*/\1/p' driver/report_commands.cpp | sort)

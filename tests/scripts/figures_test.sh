@@ -3,13 +3,12 @@
 # writes there.
 # Usage: figures_test.sh
 set -eu
-root=$(cd "$(dirname "$0")/../.." && pwd)
+# shellcheck source=tests/harness/expect.sh
+. "$(dirname "$0")/../harness/expect.sh"
 # shellcheck source=scripts/lib/on-exit.sh
 . "$root/scripts/lib/on-exit.sh"
 # shellcheck source=scripts/lib/figures.sh
 . "$root/scripts/lib/figures.sh"
-# shellcheck source=tests/harness/expect.sh
-. "$root/tests/harness/expect.sh"
 
 work=$(mktemp -d)
 on_exit "rm -rf '$work'"

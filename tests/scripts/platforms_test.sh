@@ -2,11 +2,10 @@
 # docs/platforms.md tells of every platform and command that scripts/matrix knows, and of no other.
 # Usage: platforms_test.sh
 set -eu
-root=$(cd "$(dirname "$0")/../.." && pwd)
+# shellcheck source=tests/harness/expect.sh
+. "$(dirname "$0")/../harness/expect.sh"
 # shellcheck source=scripts/lib/figures.sh
 . "$root/scripts/lib/figures.sh"
-# shellcheck source=tests/harness/expect.sh
-. "$root/tests/harness/expect.sh"
 
 # shellcheck disable=SC2016 # marks of Markdown
 told=$(figures "$root/docs/platforms.md" matrix |

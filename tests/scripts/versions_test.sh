@@ -2,9 +2,8 @@
 # The version stands in CMakeLists.txt; whatever has to repeat it says the same.
 # Usage: versions_test.sh PROGRAM...   (the programs just built that take --version)
 set -eu
-root=$(cd "$(dirname "$0")/../.." && pwd)
 # shellcheck source=tests/harness/expect.sh
-. "$root/tests/harness/expect.sh"
+. "$(dirname "$0")/../harness/expect.sh"
 
 version=$(sed -n 's/^project(.* VERSION \([0-9.]*\) .*/\1/p' "$root/CMakeLists.txt")
 expect_part 'the version in CMakeLists.txt' "$version" .
