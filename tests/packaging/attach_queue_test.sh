@@ -4,14 +4,12 @@
 set -eu
 
 filter=$1
-here=$(cd "$(dirname "$0")" && pwd)
-root=$(cd "$here/../.." && pwd)
+# shellcheck source=tests/harness/expect.sh
+. "$(dirname "$0")/../harness/expect.sh"
 # shellcheck source=scripts/lib/private-scheduler.sh
 . "$root/scripts/lib/private-scheduler.sh"
-# shellcheck source=tests/harness/expect.sh
-. "$root/tests/harness/expect.sh"
 # shellcheck source=tests/packaging/trust.sh
-. "$here/trust.sh"
+. "$root/tests/packaging/trust.sh"
 
 work=$(mktemp -d)
 on_exit "scheduler_stop; rm -rf '$work'"
@@ -35,8 +33,12 @@ attach() {
     "$root/packaging/velmo-attach-queue" "$@" >"$work/messages" 2>&1 || status=$?
 }
 
-# expect_said RULE TEXT: the program said so.
+# expect_said RULE TEXT: the program said so; expect_refused RULE TEXT: it said so and failed.
 expect_said() { expect_part "$1" "$(<"$work/messages")" "$2"; }
+expect_refused() {
+  expect "$1: refused" "$status" 1
+  expect_said "$1: said so" "$2"
+}
 
 # make_queue NAME [PPD-LINE...]: a queue whose PPD file ends with these lines.
 make_queue() {
@@ -56,17 +58,6 @@ takes() { formats "$1" | grep -xF "$2" || { formats "$1" && return 1; }; }
 refuses() { formats "$1" | grep / && not takes "$@"; }
 commands() { scheduler_printer_attribute "$1" printer-commands; }
 
-# What every attached queue must be, as the scheduler sees it.
-check_attached() {
-  expect "$1: attaching succeeds" "$status" 0
-  expect_that "$1: the scheduler takes command jobs" takes "$1" "$COMMAND_TYPE"
-  expect "$1: the scheduler offers our commands" "$(commands "$1")" ReportLevels,ReportStatus
-  expect "$1: the device is kept" "$(scheduler_printer_attribute "$1" device-uri)" "$DEVICE"
-  expect "$1: no filter is missing" "$(scheduler_printer_attribute "$1" printer-state-reasons)" none
-  expect_that "$1: the PPD file as it was is kept" cmp "$work/$1" "$(ppd "$1").velmo-backup"
-  expect "$1: the PPD file gained lines and lost none" "$(diff "$work/$1" "$(ppd "$1")" | grep '^<')" ""
-}
-
 # A job that reaches the filter is answered by nobody, but shows whose it is.
 starts_our_filter() {
   scheduler_send_command "$1" ReportStatus
@@ -74,30 +65,36 @@ starts_our_filter() {
   scheduler_client cancel "$1-$scheduler_job"
 }
 
+# expect_attached QUEUE LINE: attaching makes the queue what every attached queue must be, as the
+# scheduler sees it, and names the filter in this line.
+expect_attached() {
+  attach "$1"
+  expect "$1: attaching succeeds" "$status" 0
+  expect_that "$1: the filter is named" has_line "$1" "$2"
+  expect_that "$1: the scheduler takes command jobs" takes "$1" "$COMMAND_TYPE"
+  expect "$1: the scheduler offers our commands" "$(commands "$1")" ReportLevels,ReportStatus
+  expect "$1: the device is kept" "$(scheduler_printer_attribute "$1" device-uri)" "$DEVICE"
+  expect "$1: no filter is missing" "$(scheduler_printer_attribute "$1" printer-state-reasons)" none
+  expect_that "$1: the PPD file as it was is kept" cmp "$work/$1" "$(ppd "$1").velmo-backup"
+  expect "$1: the PPD file gained lines and lost none" "$(diff "$work/$1" "$(ppd "$1")" | grep '^<')" ""
+  expect_that "$1: the job starts the filter" starts_our_filter "$1"
+}
+
 # --- one command filter per kind of PPD file
 make_queue postscript
 expect_that "a PPD file without filter lines: PostScript is taken" takes postscript application/postscript
-attach postscript
-check_attached postscript
+expect_attached postscript "$OURS1"
 expect_that "postscript: PostScript is still taken" takes postscript application/postscript
 expect_that "postscript: it goes to the printer as it is" has_line postscript "$PASS_POSTSCRIPT"
-expect_that "postscript: the filter is named" has_line postscript "$OURS1"
-expect_that "postscript: the job starts the filter" starts_our_filter postscript
 
 make_queue raster "$RASTER1"
 expect_that "a PPD file with a raster filter: no command jobs yet" refuses raster "$COMMAND_TYPE"
-attach raster
-check_attached raster
-expect_that "raster: the filter is named" has_line raster "$OURS1"
+expect_attached raster "$OURS1"
 expect_that "raster: no PostScript line comes in" not has_line raster "$PASS_POSTSCRIPT"
-expect_that "raster: the job starts the filter" starts_our_filter raster
 
 make_queue raster2 "$RASTER1" "$RASTER2"
-attach raster2
-check_attached raster2
-expect_that "raster2: the filter is named in a cupsFilter2 line" has_line raster2 "$OURS2"
+expect_attached raster2 "$OURS2"
 expect_that "raster2: it is not named in a cupsFilter line" not has_line raster2 "$OURS1"
-expect_that "raster2: the job starts the filter" starts_our_filter raster2
 
 make_queue ignored "$RASTER2" "$OURS1" "$OUR_COMMANDS"
 expect_that "beside a cupsFilter2 line the scheduler looks at no cupsFilter line" \
@@ -127,8 +124,7 @@ OTHER='*cupsFilter: "application/vnd.cups-command 0 commandtops"'
 OTHER_COMMANDS='*cupsCommands: "Clean"'
 make_queue taken "$OTHER" "$OTHER_COMMANDS"
 attach taken
-expect "another command filter: refused" "$status" 1
-expect_said "another command filter: it is shown" "$OTHER"
+expect_refused "another command filter, which is shown" "$OTHER"
 expect_that "another command filter: left alone" unchanged taken
 attach --force taken
 expect "--force: the scheduler offers our commands alone" "$(commands taken)" ReportLevels,ReportStatus
@@ -202,8 +198,7 @@ for bad in 'com.velmo-error001 Text' 'paper-jam Text' 'com.velmo-error0001' 'com
   "com.velmo-error0001 $(printf '%081d' 0)"; do
   echo "$bad" >"$work/bad"
   attach --reason-texts "$work/bad" texts
-  expect "refused: $bad" "$status" 1
-  expect_said "the line is named: $bad" "$work/bad:1: "
+  expect_refused "a bad text, $bad" "$work/bad:1: "
 done
 printf 'com.velmo-error0001 A\ncom.velmo-error0001 B\n' >"$work/bad"
 attach --reason-texts "$work/bad" texts
@@ -241,12 +236,10 @@ expect_no_part "no advice for a printer that is not asked" "$(<"$work/messages")
 
 # --- what cannot be attached
 attach nowhere
-expect "a queue that is not there: refused" "$status" 1
-expect_said "a queue that is not there: said so" "there is no queue nowhere"
+expect_refused "a queue that is not there" "there is no queue nowhere"
 scheduler_client lpadmin -p raw -E -v "$DEVICE" 2>/dev/null
 attach raw
-expect "a queue without a PPD file: refused" "$status" 1
-expect_said "a queue without a PPD file: said so" "raw has no PPD file"
+expect_refused "a queue without a PPD file" "raw has no PPD file"
 # The program runs as root, and a name is never a command or a pattern.
 for name in 'z|id>pwned|e;' 'a,b' 'a*b' '^x$' 'a;b' -lead; do
   scheduler_client lpadmin -p "$name" -E -v "$DEVICE" 2>/dev/null
@@ -256,14 +249,12 @@ done
 expect "no name was run as a command" "$(find "$work" -name 'pwned*')" ''
 attach raster/draft
 expect_said "an instance of a queue: refused" "is an instance"
-attach
-expect "no queue: a usage error" "$status" 2
-attach --frobnicate raster
-expect "an unknown option: a usage error" "$status" 2
-attach raster dry
-expect "two queues: a usage error" "$status" 2
-attach --reason-texts
-expect "an option without its file: a usage error" "$status" 2
+# No queue, an unknown option, two queues, an option without its file.
+for arguments in '' '--frobnicate raster' 'raster dry' --reason-texts; do
+  # shellcheck disable=SC2086 # words
+  attach $arguments
+  expect "a usage error: $arguments" "$status" 2
+done
 attach --help
 expect "--help: no error" "$status" 0
 
@@ -279,8 +270,7 @@ with_fake() {
 
 make_queue untouched "$RASTER1"
 refused_for() {
-  expect "$1: refused" "$status" 1
-  expect_said "$1: said so" "$2"
+  expect_refused "$1" "$2"
   expect_that "$1: the PPD file is as it was" unchanged untouched
   expect "$1: the queue is as it was" "$(scheduler_printer_attribute untouched printer-state-reasons)" none
   expect_that "$1: no command jobs are taken" refuses untouched "$COMMAND_TYPE"
