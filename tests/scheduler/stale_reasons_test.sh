@@ -9,34 +9,18 @@ printer_start "$SIMULATOR" --error '06 02 02'
 scheduler_start "$FILTER"
 scheduler_add_queue photo "$(printer_uri)"
 
-# cleanup [VARIABLE=VALUE]...: runs it as a client of the private scheduler.
-cleanup() {
-  scheduler_client env "$@" "$STALE_REASONS" 2>&1
+# expect_cleanup WHEN SAID [VARIABLE=VALUE]...: runs it as a client of the private scheduler.
+expect_cleanup() {
+  expect "the cleanup $1" "$(scheduler_client env "${@:3}" "$STALE_REASONS" 2>&1)" \
+    "clean_printer_state() START"$'\n'"$2"$'\n'"clean_printer_state() END"
 }
-
-BEGIN='clean_printer_state() START'
-END='clean_printer_state() END'
 NOT_FOUND='DEBUG: Not found default(destination) printer.'
 
-expect 'the cleanup without a default destination' "$(cleanup)" "$BEGIN
-$NOT_FOUND
-$END"
-
-expect 'the cleanup of a healthy queue' "$(cleanup PRINTER=photo)" "$BEGIN
-STATE: -none
-$END"
-
+expect_cleanup 'without a default destination' "$NOT_FOUND"
+expect_cleanup 'of a healthy queue' 'STATE: -none' PRINTER=photo
 run_job ReportStatus
-expect 'the cleanup after a printer error' "$(cleanup PRINTER=photo)" "$BEGIN
-STATE: -com.velmo-error0001
-$END"
-
+expect_cleanup 'after a printer error' 'STATE: -com.velmo-error0001' PRINTER=photo
 scheduler_client lpadmin -d photo
-expect 'the cleanup of the scheduler'\''s own default' "$(cleanup)" "$BEGIN
-STATE: -com.velmo-error0001
-$END"
-
-expect 'the cleanup without a scheduler' "$(cleanup CUPS_SERVER="$scheduler_dir/clients/nobody")" "$BEGIN
-$NOT_FOUND
-$END"
+expect_cleanup "of the scheduler's own default" 'STATE: -com.velmo-error0001'
+expect_cleanup 'without a scheduler' "$NOT_FOUND" CUPS_SERVER="$scheduler_dir/clients/nobody"
 finish
