@@ -33,11 +33,13 @@ attach() {
     "$root/packaging/velmo-attach-queue" "$@" >"$work/messages" 2>&1 || status=$?
 }
 
-# expect_said RULE TEXT: the program said so; expect_refused RULE TEXT: it said so and failed.
+# expect_said RULE TEXT: the program said so. expect_refused RULE TEXT [QUEUE]: it said so and failed,
+# and left the PPD file of the queue alone.
 expect_said() { expect_part "$1" "$(<"$work/messages")" "$2"; }
 expect_refused() {
   expect "$1: refused" "$status" 1
   expect_said "$1: said so" "$2"
+  [[ -z ${3-} ]] || expect_that "$1: the PPD file is as it was" unchanged "$3"
 }
 
 # make_queue NAME [PPD-LINE...]: a queue whose PPD file ends with these lines.
@@ -124,8 +126,7 @@ OTHER='*cupsFilter: "application/vnd.cups-command 0 commandtops"'
 OTHER_COMMANDS='*cupsCommands: "Clean"'
 make_queue taken "$OTHER" "$OTHER_COMMANDS"
 attach taken
-expect_refused "another command filter, which is shown" "$OTHER"
-expect_that "another command filter: left alone" unchanged taken
+expect_refused "another command filter, which is shown" "$OTHER" taken
 attach --force taken
 expect "--force: the scheduler offers our commands alone" "$(commands taken)" ReportLevels,ReportStatus
 expect_that "--force: the other filter is out of force" not has_line taken "$OTHER"
@@ -135,7 +136,7 @@ expect_that "removing puts a replaced filter back" unchanged taken
 
 make_queue taken2 "$RASTER2" '*cupsFilter2: "application/VND.cups-command application/octet-stream 0 commandtops"'
 attach taken2
-expect "another command filter in a cupsFilter2 line, in any case: refused" "$status" 1
+expect_refused "another command filter in a cupsFilter2 line, in any case" "VND.cups-command" taken2
 make_queue beside "$RASTER2" "$OTHER"
 attach beside
 expect "a command filter in a line that the scheduler does not look at is no hindrance" "$status" 0
@@ -143,13 +144,11 @@ expect_that "it is left as it is" has_line beside "$OTHER"
 
 make_queue listed "$RASTER1" '*cupsCommands: "none"'
 attach listed
-expect "another list of commands: refused" "$status" 1
-expect_that "another list of commands: left alone" unchanged listed
+expect_refused "another list of commands" "has a command filter or a list of commands already" listed
 
 make_queue broken "$RASTER1" '*cupsCommands: "Clean' 'PrintSelfTestPage"'
 attach --force broken
-expect_said "a line that goes on in the next is not replaced" "goes on in the next line"
-expect_that "a line that goes on in the next is left alone" unchanged broken
+expect_refused "a line that goes on in the next" "goes on in the next line" broken
 
 make_queue own "$OURS1" "$OUR_COMMANDS"
 attach own
@@ -270,8 +269,7 @@ with_fake() {
 
 make_queue untouched "$RASTER1"
 refused_for() {
-  expect_refused "$1" "$2"
-  expect_that "$1: the PPD file is as it was" unchanged untouched
+  expect_refused "$1" "$2" untouched
   expect "$1: the queue is as it was" "$(scheduler_printer_attribute untouched printer-state-reasons)" none
   expect_that "$1: no command jobs are taken" refuses untouched "$COMMAND_TYPE"
 }
