@@ -61,15 +61,17 @@ Reply tell_attempts(Surroundings const& outside)
 {
   for (int failures = 0;;) {
     Reply reply = tell_printer_status(outside);
-    outside.hear("DEBUG: printer_info=[" + (reply ? read_status(*reply).info_text() : "UNAVAILABLE")
-                 + "]\n");
-    if (!reply) return std::nullopt;
+    if (!reply) {
+      outside.hear(failed_attempt_text(""));
+      return std::nullopt;
+    }
 
-    bool const awake = read_status(*reply).is_awake();
+    StatusReply const status = read_status(*reply);
+    bool const awake = status.is_awake();
     if (!awake) ++failures;
     std::string const word = awake ? "fulfilled" : failures > 60 ? "expired" : "retrying";
-    outside.hear("DEBUG: #retry_status=[wake_up=" + word + "(" + std::to_string(failures)
-                 + "/60)]\n");
+    outside.hear(
+        attempt_text("", status.info_text(), word + "(" + std::to_string(failures) + "/60)"));
     if (awake) return reply;
     if (failures > 60) {
       outside.hear("DEBUG: #retry over\n");
