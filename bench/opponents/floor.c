@@ -7,10 +7,13 @@
 #include <stdio.h>
 #include <unistd.h>
 
+#include "tests/harness/reasons_taken_back.h"
+
 extern int _cups_strcasecmp(char const*, char const*);
 
 /* One message, one write, like the filter's. */
 #define SAY(text) write_all(text, sizeof(text) - 1)
+#define SAY_IT(text) SAY(text);
 
 #define ZEROS4 " 00 00 00 00"
 #define ZEROS16 ZEROS4 ZEROS4 ZEROS4 ZEROS4
@@ -83,25 +86,7 @@ static void report_levels(void)
 
 static void report_state(void)
 {
-  SAY("STATE: -com.velmo-error0001\n");
-  SAY("STATE: -com.velmo-error0002\n");
-  SAY("STATE: -com.velmo-error0003\n");
-  SAY("STATE: -com.velmo-error0004\n");
-  SAY("STATE: -com.velmo-error0005\n");
-  SAY("STATE: -com.velmo-error0006\n");
-  SAY("STATE: -com.velmo-error0007\n");
-  SAY("STATE: -com.velmo-error0008\n");
-  SAY("STATE: -com.velmo-error0009\n");
-  SAY("STATE: -com.velmo-error0010\n");
-  SAY("STATE: -com.velmo-error0011\n");
-  SAY("STATE: -com.velmo-error0012\n");
-  SAY("STATE: -com.velmo-error0013\n");
-  SAY("STATE: -com.velmo-error0014\n");
-  SAY("STATE: -com.velmo-error0018\n");
-  SAY("STATE: -com.velmo-error0020\n");
-  SAY("STATE: -com.velmo-error0021\n");
-  SAY("STATE: -com.velmo-error0022\n");
-  SAY("STATE: -com.velmo-error0023\n");
+  REASONS_TAKEN_BACK(SAY_IT)
 }
 
 int main(int argc, char* argv[])

@@ -1,7 +1,11 @@
 // Whole runs as they stand in the scheduler's log, written out in full.
 #include <gtest/gtest.h>
 
+#include "tests/harness/reasons_taken_back.h"
 #include "tests/program/woken_run.h"
+
+// A line of REASONS_TAKEN_BACK as a part of a longer text.
+#define AS_TEXT(line) line
 
 namespace {
 
@@ -47,26 +51,7 @@ TEST(CompleteRun, GoodPrinterLeavesThisLog)
               "ATTR: marker-levels=50\n"
               "ATTR: marker-message=\"Prints Remaining = 350 / 700\"\n"
               "ATTR: marker-names=\"Ribbon Type: 13x18(5x7\xe2\x80\xb3)\"\n"
-              "ATTR: marker-types=ink-ribbon\n"
-              "STATE: -com.velmo-error0001\n"
-              "STATE: -com.velmo-error0002\n"
-              "STATE: -com.velmo-error0003\n"
-              "STATE: -com.velmo-error0004\n"
-              "STATE: -com.velmo-error0005\n"
-              "STATE: -com.velmo-error0006\n"
-              "STATE: -com.velmo-error0007\n"
-              "STATE: -com.velmo-error0008\n"
-              "STATE: -com.velmo-error0009\n"
-              "STATE: -com.velmo-error0010\n"
-              "STATE: -com.velmo-error0011\n"
-              "STATE: -com.velmo-error0012\n"
-              "STATE: -com.velmo-error0013\n"
-              "STATE: -com.velmo-error0014\n"
-              "STATE: -com.velmo-error0018\n"
-              "STATE: -com.velmo-error0020\n"
-              "STATE: -com.velmo-error0021\n"
-              "STATE: -com.velmo-error0022\n"
-              "STATE: -com.velmo-error0023\n");
+              "ATTR: marker-types=ink-ribbon\n" REASONS_TAKEN_BACK(AS_TEXT));
   EXPECT_TEXT(run.events,
               "request 03 00 00 00\n"
               "wait 30.000000 s on 4\n"
