@@ -11,11 +11,10 @@
 # shellcheck source-path=SCRIPTDIR source=fresh-system.sh
 . "$(dirname "${BASH_SOURCE[0]}")/fresh-system.sh"
 
-emulation_folder=
-emulation_name=
-
 # emulation_start FOLDER ARCHITECTURE: the kernel prefers what is registered last, so one that
-# stands there already neither disturbs nor is disturbed.
+# stands there already neither disturbs nor is disturbed. A kernel since 6.7 forgets it with the
+# last mount of binfmt_misc, and one before never: so a process keeps a mount of its own, and takes
+# the registration back when this script closes its end of the pipe, or is ended.
 emulation_start() {
   local processor line inside
   case $2 in
@@ -24,23 +23,24 @@ emulation_start() {
     *) processor=$2 ;;
   esac
   line=$(cat "$1/usr/lib/binfmt.d/qemu-$processor.conf")
-  emulation_folder=$1
-  emulation_name=commandtovelmo-$2-$$
   system_enter "$1"
   # shellcheck disable=SC2016 # for the shell inside
-  "${inside[@]}" sh -euc 'mount -t binfmt_misc none /proc/sys/fs/binfmt_misc
-    printf ":%s%s" "$1" "$2" >/proc/sys/fs/binfmt_misc/register' - \
-    "$emulation_name" "${line#:qemu-"$processor"}"
+  coproc EMULATION {
+    exec "${inside[@]}" sh -euc 'trap "" HUP INT TERM
+      mount -t binfmt_misc none /proc/sys/fs/binfmt_misc
+      printf ":%s%s" "$1" "$2" >/proc/sys/fs/binfmt_misc/register
+      echo registered
+      cat
+      echo -1 >"/proc/sys/fs/binfmt_misc/$1"' - \
+      "commandtovelmo-$2-$$" "${line#:qemu-"$processor"}"
+  }
+  read -r -u "${EMULATION[0]}"
 }
 
 # Takes it back. Harmless when nothing was registered.
 emulation_stop() {
-  [[ $emulation_name ]] || return 0
-  local inside
-  system_enter "$emulation_folder"
-  # shellcheck disable=SC2016 # for the shell inside
-  "${inside[@]}" sh -euc 'mount -t binfmt_misc none /proc/sys/fs/binfmt_misc
-    ! test -e "/proc/sys/fs/binfmt_misc/$1" || echo -1 >"/proc/sys/fs/binfmt_misc/$1"' - \
-    "$emulation_name"
-  emulation_name=
+  [[ ${EMULATION_PID:-} ]] || return 0
+  local holder=$EMULATION_PID pipe=${EMULATION[1]}
+  exec {pipe}>&-
+  wait "$holder"
 }
