@@ -18,22 +18,22 @@ Ipp job_request(ipp_op_t operation, std::string const& queue, int id)
   return request;
 }
 
-// The jobs of an answer, each in a group of its own.
-std::vector<Job> read_jobs(ipp_t* answer)
+void read_attribute(ipp_attribute_t* attribute, Job& job)
+{
+  std::string_view const name = ippGetName(attribute);
+  if (name == "job-id") job.id = ippGetInteger(attribute, 0);
+  if (name == "job-state") job.state = static_cast<ipp_jstate_t>(ippGetInteger(attribute, 0));
+  if (name != "job-name") return;
+  char const* const text = ippGetString(attribute, 0, nullptr);
+  job.name = text ? text : "";
+}
+
+std::vector<Job> read_jobs(Answer const& answer)
 {
   std::vector<Job> jobs;
-  bool inside = false;
-  for (auto* it = ippFirstAttribute(answer); it; it = ippNextAttribute(answer)) {
-    bool const is_job = ippGetGroupTag(it) == IPP_TAG_JOB && ippGetName(it);
-    if (is_job && !inside) jobs.emplace_back();
-    inside = is_job;
-    if (!is_job) continue;
-    std::string_view const name = ippGetName(it);
-    if (name == "job-id") jobs.back().id = ippGetInteger(it, 0);
-    if (name == "job-state") jobs.back().state = static_cast<ipp_jstate_t>(ippGetInteger(it, 0));
-    if (name != "job-name") continue;
-    char const* const text = ippGetString(it, 0, nullptr);
-    jobs.back().name = text ? text : "";
+  for (auto const& group : groups(answer, IPP_TAG_JOB)) {
+    jobs.emplace_back();
+    for (ipp_attribute_t* const attribute : group) read_attribute(attribute, jobs.back());
   }
   return jobs;
 }
@@ -54,7 +54,7 @@ SentJob send_ask(Scheduler const& scheduler, std::string const& queue)
   ippAddInteger(request.get(), IPP_TAG_JOB, IPP_TAG_INTEGER, "job-priority", HIGHEST_PRIORITY);
   Answer const answer = send(scheduler, std::move(request), "/", file.descriptor());
   if (!answer.error.empty()) return {0, answer.error};
-  for (Job const& job : read_jobs(answer.ipp.get()))
+  for (Job const& job : read_jobs(answer))
     if (job.id > 0) return {job.id, {}};
   return {0, "the scheduler gave the job no number"};
 }
@@ -67,7 +67,7 @@ std::optional<int> waiting_ask(Scheduler const& scheduler, std::string const& qu
   ippAddStrings(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes", 3,
                 nullptr, ATTRIBUTES);
   Answer const answer = send(scheduler, std::move(request), "/");
-  for (Job const& job : read_jobs(answer.ipp.get()))
+  for (Job const& job : read_jobs(answer))
     if (job.name == JOB_NAME && job.state == IPP_JSTATE_PENDING) return job.id;
   return std::nullopt;
 }
@@ -77,7 +77,7 @@ std::optional<ipp_jstate_t> job_state(Scheduler const& scheduler, std::string co
   Ipp request = job_request(IPP_OP_GET_JOB_ATTRIBUTES, queue, id);
   add_keyword(request, IPP_TAG_OPERATION, "requested-attributes", "job-state");
   Answer const answer = send(scheduler, std::move(request), "/");
-  std::vector<Job> const jobs = read_jobs(answer.ipp.get());
+  std::vector<Job> const jobs = read_jobs(answer);
   if (jobs.empty()) return std::nullopt;
   return jobs.front().state;
 }

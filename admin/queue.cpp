@@ -68,16 +68,12 @@ void read_attribute(ipp_attribute_t* attribute, Queue& queue)
   if (name == "printer-up-time") queue.up_time = ippGetInteger(attribute, 0);
 }
 
-// The groups of printer attributes, each of which is a queue.
-std::vector<Queue> read_queues(ipp_t* answer)
+std::vector<Queue> read_queues(Answer const& answer)
 {
   std::vector<Queue> queues;
-  bool inside = false;
-  for (auto* it = ippFirstAttribute(answer); it; it = ippNextAttribute(answer)) {
-    bool const is_printer = ippGetGroupTag(it) == IPP_TAG_PRINTER && ippGetName(it);
-    if (is_printer && !inside) queues.emplace_back();
-    inside = is_printer;
-    if (is_printer) read_attribute(it, queues.back());
+  for (auto const& group : groups(answer, IPP_TAG_PRINTER)) {
+    queues.emplace_back();
+    for (ipp_attribute_t* const attribute : group) read_attribute(attribute, queues.back());
   }
   return queues;
 }
@@ -92,7 +88,7 @@ QueueAnswer get_queue(Scheduler const& scheduler, std::string const& name)
   if (answer.status == IPP_STATUS_ERROR_NOT_FOUND)
     return {{}, "there is no such queue; velmoctl list names those there are"};
   if (!answer.error.empty()) return {{}, answer.error};
-  std::vector<Queue> queues = read_queues(answer.ipp.get());
+  std::vector<Queue> queues = read_queues(answer);
   if (queues.size() != 1) return {{}, "the scheduler says nothing about this queue"};
   return {std::move(queues.front()), {}};
 }
@@ -105,7 +101,7 @@ QueuesAnswer get_queues(Scheduler const& scheduler)
   // A scheduler without any queue has nothing to show.
   if (answer.status == IPP_STATUS_ERROR_NOT_FOUND) return {};
   if (!answer.error.empty()) return {{}, answer.error};
-  std::vector<Queue> queues = read_queues(answer.ipp.get());
+  std::vector<Queue> queues = read_queues(answer);
   std::erase_if(queues, [](Queue const& it) { return it.is_class; });
   return {std::move(queues), {}};
 }

@@ -84,6 +84,21 @@ Answer send(Scheduler const& scheduler, Ipp request, char const* resource, int i
   return answer;
 }
 
+std::vector<std::vector<ipp_attribute_t*>> groups(Answer const& answer, ipp_tag_t kind)
+{
+  std::vector<std::vector<ipp_attribute_t*>> found;
+  bool inside = false;
+  for (auto* it = ippFirstAttribute(answer.ipp.get()); it;
+       it = ippNextAttribute(answer.ipp.get())) {
+    // One without a name stands between two groups.
+    bool const is_member = ippGetGroupTag(it) == kind && ippGetName(it);
+    if (is_member && !inside) found.emplace_back();
+    if (is_member) found.back().push_back(it);
+    inside = is_member;
+  }
+  return found;
+}
+
 void add_keyword(Ipp const& request, ipp_tag_t group, char const* name, char const* value)
 {
   ippAddString(request.get(), group, IPP_TAG_KEYWORD, name, nullptr, value);

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 struct CloseHttp {
   void operator()(http_t* http) const { httpClose(http); }
@@ -37,5 +38,9 @@ Ipp make_request(ipp_op_t operation, std::string const& queue);
 // behind the answer is written to.
 Answer send(Scheduler const& scheduler, Ipp request, char const* resource, int in = -1,
             int out = -1);
+
+// The named attributes of each group of this kind, in the order of the answer; an answer about
+// many queues or jobs has a group for each.
+std::vector<std::vector<ipp_attribute_t*>> groups(Answer const& answer, ipp_tag_t kind);
 
 void add_keyword(Ipp const& request, ipp_tag_t group, char const* name, char const* value);

@@ -2,9 +2,8 @@
 # The manual page of velmoctl names every command and option that --help names, and no other.
 set -eu
 : "${VELMOCTL:?}"
-root=$(cd "$(dirname "$0")/../.." && pwd)
 # shellcheck source=tests/harness/expect.sh
-. "$root/tests/harness/expect.sh"
+. "$(dirname "$0")/../harness/expect.sh"
 
 # The first words of the lines of one section of a help text.
 words_of() { "$VELMOCTL" "${@:2}" --help | sed -n "/^$1:/,/^\$/s/^  \(-*[a-z][a-z-]*\).*/\1/p"; }

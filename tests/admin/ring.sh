@@ -7,13 +7,12 @@
 
 : "${FILTER:?}" "${VELMOCTL:?}" "${HOOKED_VELMOCTL:?}" "${SIMULATOR:?}"
 
-root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+# shellcheck source-path=SCRIPTDIR/../.. source=tests/harness/expect.sh
+. "$(dirname "${BASH_SOURCE[0]}")/../harness/expect.sh"
 # shellcheck source-path=SCRIPTDIR/../.. source=scripts/lib/private-scheduler.sh
 . "$root/scripts/lib/private-scheduler.sh"
 # shellcheck source-path=SCRIPTDIR/../.. source=scripts/lib/simulated-printer.sh
 . "$root/scripts/lib/simulated-printer.sh"
-# shellcheck source-path=SCRIPTDIR/../.. source=tests/harness/expect.sh
-. "$root/tests/harness/expect.sh"
 
 work=$(mktemp -d)
 on_exit "scheduler_stop; printer_stop; rm -rf '$work'"
