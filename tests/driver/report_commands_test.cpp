@@ -65,7 +65,7 @@ TEST(ReportCommands, APrinterThatNeverWakesIsReportedUnavailable)
   StatusReply asleep = REPLY;
   asleep.power = 1;
   std::string const end =
-      "DEBUG: #retry over\n" + end_text("get_printer_info_retry") + NO_LEVELS + NO_ANSWER;
+      retry_over_text() + end_text("get_printer_info_retry") + NO_LEVELS + NO_ANSWER;
   std::deque<FakeScript::Read> const replies(61, {asleep.bytes()});
   EXPECT_TRUE(run("ReportLevels", true, replies).ends_with(end));
 }

@@ -74,7 +74,7 @@ Reply tell_attempts(Surroundings const& outside)
         attempt_text("", status.info_text(), word + "(" + std::to_string(failures) + "/60)"));
     if (awake) return reply;
     if (failures > 60) {
-      outside.hear("DEBUG: #retry over\n");
+      outside.hear(retry_over_text());
       return std::nullopt;
     }
     outside.meet({.kind = Kind::Sleep, .number = 1});

@@ -113,6 +113,8 @@ std::string retry_text(std::string const& attempts)
   return bracketed("get_printer_info_retry", attempts);
 }
 
+std::string retry_over_text() { return "DEBUG: #retry over\n"; }
+
 std::string awake_text(std::string const& reply, std::string const& failed_drain)
 {
   return retry_text(attempt_text(query_text(reply, failed_drain), read_status(reply).info_text(),

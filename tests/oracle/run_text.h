@@ -41,6 +41,8 @@ std::string attempt_text(std::string const& query, std::string const& info,
                          std::string const& wake_up);
 std::string failed_attempt_text(std::string const& failed_query);
 std::string retry_text(std::string const& attempts);
+// Said after the 61st attempt that met a sleeping printer.
+std::string retry_over_text();
 
 // A printer that is awake at once, and one that gives no usable reply.
 std::string awake_text(std::string const& reply, std::string const& failed_drain = "");

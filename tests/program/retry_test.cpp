@@ -48,7 +48,7 @@ TEST(Retry, PrinterThatWakesWithinTheLimitIsReported)
 
 TEST(Retry, TheSixtyFirstReplyOfASleepingPrinterIsTheLastAndIsDiscarded)
 {
-  expect_retries(61, {{AWAKE.bytes()}}, asleep_text(61) + "DEBUG: #retry over\n",
+  expect_retries(61, {{AWAKE.bytes()}}, asleep_text(61) + retry_over_text(),
                  unavailable_reasons_text());
 }
 
@@ -66,7 +66,7 @@ TEST(Retry, FloodOfASleepingPrinterEndsItAllTheSame)
   std::string const reply = ASLEEP.bytes(512);
   expect_woken_run(run_commands("ReportStatus\n", {.replies = {{{repeated(117, reply)}}}}),
                    directive_text("ReportStatus", 1)
-                       + retry_text(asleep_text(61, reply) + "DEBUG: #retry over\n")
+                       + retry_text(asleep_text(61, reply) + retry_over_text())
                        + unavailable_reasons_text(),
                    query_events() + repeated(60, "sleep 1\n" + query_events(0)));
 }
