@@ -123,7 +123,18 @@ PpdRecord const* command_list(std::vector<PpdRecord> const& records)
   return nullptr;
 }
 
-bool lists_our_commands(std::string_view value) { return words(value) == words(OUR_COMMANDS); }
+std::string our_command_list()
+{
+  std::string line = "*cupsCommands:";
+  for (std::string_view const command : OUR_COMMANDS)
+    line.append(command == OUR_COMMANDS.front() ? " \"" : " ").append(command);
+  return line + '"';
+}
+
+bool lists_our_commands(std::string_view value)
+{
+  return std::ranges::equal(words(value), OUR_COMMANDS);
+}
 
 std::optional<std::string> attachment_problem(std::vector<PpdRecord> const& records)
 {

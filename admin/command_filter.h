@@ -1,6 +1,7 @@
 // Which of a PPD file's filters the scheduler starts for command jobs, and what it offers.
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,8 +10,7 @@
 #include "admin/ppd_records.h"
 
 inline constexpr std::string_view FILTER_NAME = "commandtovelmo";
-inline constexpr std::string_view OUR_COMMANDS = "ReportLevels ReportStatus";
-inline constexpr std::string_view COMMANDS_LINE = "*cupsCommands: \"ReportLevels ReportStatus\"";
+inline constexpr std::array<std::string_view, 2> OUR_COMMANDS{"ReportLevels", "ReportStatus"};
 
 // Which lines the scheduler takes filters from: *cupsFilter2 hides *cupsFilter.
 enum class FilterLines { None, CupsFilter, CupsFilter2 };
@@ -29,6 +29,9 @@ bool has_wildcard(PpdRecord const& record);
 
 // The record that lists the commands on offer; the first one counts. Null: there is none.
 PpdRecord const* command_list(std::vector<PpdRecord> const& records);
+
+// The line that lists our commands.
+std::string our_command_list();
 
 // Whether these are our commands, in any spacing.
 bool lists_our_commands(std::string_view value);

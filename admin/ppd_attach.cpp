@@ -140,7 +140,7 @@ PpdChange put_in(std::string_view plain, std::vector<std::string> const& reasons
     return refused(std::move(why));
   Records const& records = file.records;
   std::vector<std::string> lines = filter_block(filter_lines(records));
-  lines.emplace_back(COMMANDS_LINE);
+  lines.push_back(our_command_list());
   lines.insert(lines.end(), reasons.begin(), reasons.end());
 
   std::vector<std::size_t> const rivals = ppd_rivals(records, lines);

@@ -1,11 +1,13 @@
 // What the scheduler says about a queue.
 #pragma once
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "admin/command_filter.h"
 #include "admin/scheduler.h"
 
 struct Queue {
@@ -28,10 +30,7 @@ struct Queue {
   int up_time;
 
   // The scheduler offers exactly our commands.
-  [[nodiscard]] bool isAttached() const
-  {
-    return commands == std::vector<std::string>{"ReportLevels", "ReportStatus"};
-  }
+  [[nodiscard]] bool isAttached() const { return std::ranges::equal(commands, OUR_COMMANDS); }
 };
 
 struct QueueAnswer {

@@ -41,6 +41,14 @@ expect "the table has as many codes as the source declares" "$(reasons_of_page |
   $(($(sed -n 's/^extern .*PRINTER_STATE_REASONS\[\([0-9]*\)\];$/\1/p' \
     "$root/report/printer_state_reasons.h") - 1))
 
+# The documents tell the range only. 0023 has a row of its own: no reply has it.
+keywords=$(reasons_of_source | sed 's/.* //' | sort -u)
+expect_part "the README tells the range of keywords" "$(cat "$root/README.md")" \
+  "\`$(head -n 1 <<<"$keywords")\` to \`com.velmo-error0023\`"
+expect_part "docs/troubleshooting.md tells the range of codes" \
+  "$(cat "$root/docs/troubleshooting.md")" \
+  "\`$(head -n 1 <<<"$keywords")\` to \`$(tail -n 1 <<<"$keywords" | tail -c 5)\`"
+
 # What the filter writes, but for what depends on the printer, is named in its page.
 page=$(page_of commandtovelmo)
 for text in marker-colors marker-levels marker-message marker-names marker-types '#00FF00' ink-ribbon \
