@@ -15,7 +15,7 @@ namespace {
 std::string sample(std::size_t size)
 {
   std::string bytes(size, '\0');
-  for (std::size_t i = 0; i < size; i++) bytes[i] = static_cast<char>(0xf8 + i % 256);
+  for (std::size_t i = 0; i < size; ++i) bytes[i] = static_cast<char>(0xf8 + i % 256);
   return bytes;
 }
 
@@ -73,7 +73,7 @@ TEST(DumpMem, WithoutBytesNoneIsRead)
 
 TEST(DumpMem, EverySizeUpToTheLargestReplyFollowsTheRule)
 {
-  for (std::size_t size = 0; size <= 512; size++) {
+  for (std::size_t size = 0; size <= 512; ++size) {
     ASSERT_TEXT(dumped("[STS]", sample(size)), dump_text("[STS]", sample(size))) << size;
   }
 }

@@ -16,14 +16,14 @@ TEST(SideChannelStatus, EveryStatusHasItsConstantsName)
 {
   char const* const names[] = {"NONE",        "OK",          "IO_ERROR", "TIMEOUT",
                                "NO_RESPONSE", "BAD_MESSAGE", "TOO_BIG",  "NOT_IMPLEMENTED"};
-  for (int status = 0; status < 8; status++)
+  for (int status = 0; status < 8; ++status)
     EXPECT_EQ(name(status), std::string("CUPS_SC_STATUS_") + names[status]);
 }
 
 TEST(SideChannelStatus, EveryOtherNumberIsUnknown)
 {
-  for (int status = 8; status <= 300; status++) EXPECT_STREQ(name(status), "UNKNOWN") << status;
-  for (int status = -300; status < 0; status++) EXPECT_STREQ(name(status), "UNKNOWN") << status;
+  for (int status = 8; status <= 300; ++status) EXPECT_STREQ(name(status), "UNKNOWN") << status;
+  for (int status = -300; status < 0; ++status) EXPECT_STREQ(name(status), "UNKNOWN") << status;
   // Numbers whose low byte or low half is a known status.
   for (int status : {INT_MIN, INT_MIN + 1, INT_MAX, 257, 65536, 65537, -255, 1 << 24}) {
     EXPECT_STREQ(name(status), "UNKNOWN") << status;

@@ -23,7 +23,7 @@ char const* or_null(char const* text) { return text ? text : "NULL"; }
 // Whether a call got the options, all of them, of the default destination.
 char const* options_name(int count, cups_option_t const* options)
 {
-  for (int i = 0; i < handed_count; i++) {
+  for (int i = 0; i < handed_count; ++i) {
     cups_dest_t const& candidate = handed_list[i];
     if (candidate.is_default && candidate.options == options && candidate.num_options == count) {
       return "the default's options";

@@ -44,8 +44,8 @@ TEST(JobStatus, NothingBeyondTheTwentyBytesIsRead)
 
 TEST(JobStatus, EveryPairOfStateBytesIsReadyByTheRule)
 {
-  for (unsigned first = 0; first < 256; first++) {
-    for (unsigned second = 0; second < 256; second++) {
+  for (unsigned first = 0; first < 256; ++first) {
+    for (unsigned second = 0; second < 256; ++second) {
       bool const ready = first != 0x10 && first != 0x20 && (first != 0x50 || second >= 0x30);
       JobStatus const status = parsed({first, second, 0, 0});
       ASSERT_TRUE(status.isAvailable());

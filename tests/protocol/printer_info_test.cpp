@@ -59,7 +59,7 @@ TEST(PrinterInfo, BytesThatNoFieldTakesAreIgnored)
   std::set<std::size_t> const fields = {4, 5, 128, 129, 131, 132, 133, 145, 148, 149, 150, 151};
   std::string const reply = StatusReply{}.bytes();
   std::string const text = PrinterInfo::Parse(reply.data()).to_string();
-  for (std::size_t offset = 0; offset < reply.size(); offset++) {
+  for (std::size_t offset = 0; offset < reply.size(); ++offset) {
     std::string other = reply;
     other[offset] = static_cast<char>(other[offset] ^ 0x5a);
     bool const ignored = PrinterInfo::Parse(other.data()).to_string() == text;
@@ -88,11 +88,11 @@ void expect_levels(StatusReply const& reply)
 
 TEST(PrinterInfo, LevelsCarryWhatThePrinterSentAndOnlyZeroIsExhausted)
 {
-  for (unsigned count = 0; count < 65536 && !HasFatalFailure(); count++) {
+  for (unsigned count = 0; count < 65536 && !HasFatalFailure(); ++count) {
     expect_levels({.total = count});
     expect_levels({.remaining = count});
   }
-  for (unsigned code = 0; code < 256 && !HasFatalFailure(); code++)
+  for (unsigned code = 0; code < 256 && !HasFatalFailure(); ++code)
     expect_levels({.ink_sheet = code});
   expect_levels({.total = 65535, .remaining = 65535, .ink_sheet = 0xff});
 }
@@ -108,10 +108,10 @@ void expect_conditions(StatusReply const& reply)
 
 TEST(PrinterInfo, EveryStateByteIsGoodOrBadByTheRules)
 {
-  for (unsigned first = 0; first < 256 && !HasFatalFailure(); first++) {
+  for (unsigned first = 0; first < 256 && !HasFatalFailure(); ++first) {
     expect_conditions({.power = first});
     expect_conditions({.memory = first});
-    for (unsigned second = 0; second < 256 && !HasFatalFailure(); second++)
+    for (unsigned second = 0; second < 256 && !HasFatalFailure(); ++second)
       expect_conditions({.mech = {first, second}});
   }
 }

@@ -71,7 +71,7 @@ TEST(PrinterLevels, TextShowsRemainingBeforeTotalAndFollowsTheType)
 
 TEST(PrinterLevels, EveryInkSheetCodeHasItsName)
 {
-  for (unsigned code = 0; code < 256; code++) {
+  for (unsigned code = 0; code < 256; ++code) {
     std::string name;
     append_ink_sheet_name(name, code);
     auto const levels = PrinterLevels::Fill(1, 1, static_cast<unsigned char>(code));

@@ -95,7 +95,7 @@ TEST(PrinterState, OnlyAnAvailableStateEqualsItsOwnTriple)
 TEST(PrinterState, EveryBitOfTheCodeCounts)
 {
   for (Code const* code : {&ERROR_1, &ZERO}) {
-    for (int bit = 0; bit < 24; bit++) {
+    for (int bit = 0; bit < 24; ++bit) {
       Code other = {(*code)[0], (*code)[1], (*code)[2]};
       other[bit / 8] = static_cast<unsigned char>(other[bit / 8] ^ (1u << bit % 8));
       EXPECT_FALSE(equal(PrinterState::Error(code), &other)) << bit;

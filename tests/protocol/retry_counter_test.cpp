@@ -54,9 +54,9 @@ std::string expected_text(unsigned attempts, unsigned length, unsigned limit)
 {
   unsigned failures = 0;
   std::string word = "retrying";
-  for (unsigned i = 0; i < length && word != "expired"; i++) {
+  for (unsigned i = 0; i < length && word != "expired"; ++i) {
     bool const ok = (attempts >> i) & 1u;
-    if (!ok) failures++;
+    if (!ok) ++failures;
     word = ok ? "fulfilled" : failures > limit ? "expired" : "retrying";
   }
   return word + "(" + std::to_string(failures) + "/" + std::to_string(limit) + ")";
@@ -64,11 +64,11 @@ std::string expected_text(unsigned attempts, unsigned length, unsigned limit)
 
 TEST(RetryCounter, EverySequenceUpToTenAttemptsFollowsTheRules)
 {
-  for (unsigned limit = 0; limit <= 4; limit++) {
-    for (unsigned length = 0; length <= 10; length++) {
-      for (unsigned attempts = 0; attempts < 1u << length; attempts++) {
+  for (unsigned limit = 0; limit <= 4; ++limit) {
+    for (unsigned length = 0; length <= 10; ++length) {
+      for (unsigned attempts = 0; attempts < 1u << length; ++attempts) {
         RetryCounter counter(limit);
-        for (unsigned i = 0; i < length; i++) counter.Test((attempts >> i) & 1u);
+        for (unsigned i = 0; i < length; ++i) counter.Test((attempts >> i) & 1u);
         expect_said(counter, expected_text(attempts, length, limit));
         if (HasFatalFailure()) return;
       }

@@ -84,7 +84,7 @@ TEST(StaleReasonCleanup, LongReasonsAreRemovedWholeHoweverMany)
 {
   std::vector<std::string> reasons = {std::string(5000, 'r')};
   std::string value = reasons[0];
-  for (int i = 0; i < 200; i++) {
+  for (int i = 0; i < 200; ++i) {
     reasons.push_back(std::string(60, 'r') + std::to_string(i));
     value += "," + reasons.back();
   }
