@@ -5,8 +5,11 @@ set -eu
 # shellcheck source=tests/harness/expect.sh
 . "$(dirname "$0")/../harness/expect.sh"
 
-# The first words of the lines of one section of a help text.
-words_of() { "$VELMOCTL" "${@:2}" --help | sed -n "/^$1:/,/^\$/s/^  \(-*[a-z][a-z-]*\).*/\1/p"; }
+# The first words of the lines of one section of a help text; CLI11 2.6 writes its head large and
+# its options further in.
+words_of() {
+  "$VELMOCTL" "${@:2}" --help | sed -n "/^$1:/I,/^\$/s/^ \{2,12\}\(-*[a-z][a-z-]*\).*/\1/p"
+}
 
 commands=$(words_of Subcommands | LC_ALL=C sort)
 options=$(words_of Options)
