@@ -6,6 +6,7 @@
 
 #include "admin/command_job.h"
 #include "admin/queue.h"
+#include "admin/signal_hold.h"
 
 namespace {
 
@@ -63,32 +64,43 @@ std::string timed_out(bool is_running, int timeout)
   return "was busy for " + seconds + ", so its printer could not be asked; try again later";
 }
 
+struct Waited {
+  AskResult result;
+  bool goes_on;  // the job may still bring its values
+};
+
+Waited wait_for_values(Scheduler const& scheduler, std::string const& name, int id, int timeout)
+{
+  Progress progress;
+  auto const deadline = Clock::now() + std::chrono::seconds(timeout);
+  do {
+    std::optional<ipp_jstate_t> const state = job_state(scheduler, name, id);
+    QueueAnswer const queue = get_queue(scheduler, name);
+    if (!state || !queue.queue)
+      return {{false, "the scheduler tells nothing about its job any more"}, false};
+    if (progress.are_values_in(*state, *queue.queue)) return {{true, {}}, true};
+    if (std::string why = ended(*state, *queue.queue, id); !why.empty())
+      return {{false, std::move(why)}, false};
+    if (SignalHold::hasSignalCome()) return {{false, "was interrupted"}, false};
+    std::this_thread::sleep_for(PAUSE);
+  } while (Clock::now() < deadline);
+  return {{false, timed_out(progress.isRunning(), timeout)}, progress.isRunning()};
+}
+
 }  // namespace
 
 AskResult ask_printer(Scheduler const& scheduler, std::string const& name, int timeout)
 {
-  QueueAnswer queue = get_queue(scheduler, name);
+  QueueAnswer const queue = get_queue(scheduler, name);
   if (!queue.queue) return {false, queue.error};
   if (std::string why = declined(*queue.queue); !why.empty()) return {false, std::move(why)};
 
+  // Who ends the program leaves no job of ours behind.
+  SignalHold const hold;
   std::optional<int> const joined = waiting_ask(scheduler, name);
   SentJob const job = joined ? SentJob{*joined, {}} : send_ask(scheduler, name);
   if (job.id == 0) return {false, job.error};
-
-  Progress progress;
-  auto const deadline = Clock::now() + std::chrono::seconds(timeout);
-  do {
-    std::optional<ipp_jstate_t> const state = job_state(scheduler, name, job.id);
-    queue = get_queue(scheduler, name);
-    if (!state || !queue.queue)
-      return {false, "the scheduler tells nothing about its job any more"};
-    if (progress.are_values_in(*state, *queue.queue)) return {true, {}};
-    std::string why = ended(*state, *queue.queue, job.id);
-    if (!why.empty() && !joined) cancel_job(scheduler, name, job.id);
-    if (!why.empty()) return {false, std::move(why)};
-    std::this_thread::sleep_for(PAUSE);
-  } while (Clock::now() < deadline);
-
-  if (!progress.isRunning() && !joined) cancel_job(scheduler, name, job.id);
-  return {false, timed_out(progress.isRunning(), timeout)};
+  Waited const waited = wait_for_values(scheduler, name, job.id, timeout);
+  if (!joined && !waited.goes_on) cancel_job(scheduler, name, job.id);
+  return waited.result;
 }

@@ -43,7 +43,7 @@ std::vector<Job> read_jobs(Answer const& answer)
 SentJob send_ask(Scheduler const& scheduler, std::string const& queue)
 {
   MemoryFile const file(COMMANDS);
-  if (file.descriptor() < 0) return {0, "the system has no memory left for a job"};
+  if (!file.exists()) return {0, NO_MEMORY_FILE};
   Ipp request = make_request(IPP_OP_PRINT_JOB, queue);
   ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_NAME, "job-name", nullptr, JOB_NAME);
   ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_MIMETYPE, "document-format", nullptr,

@@ -7,12 +7,13 @@
 
 class MemoryFile {
 public:
-  // A file with these bytes; its descriptor is -1 if the system has no room for it.
+  // A file with these bytes; without one if the system has no room for it.
   explicit MemoryFile(std::string_view bytes = {});
   ~MemoryFile();
   MemoryFile(MemoryFile const&) = delete;
   MemoryFile& operator=(MemoryFile const&) = delete;
 
+  [[nodiscard]] bool exists() const { return fd >= 0; }
   [[nodiscard]] int descriptor() const { return fd; }
   // All that the file holds now; nothing if it cannot be read.
   [[nodiscard]] std::optional<std::string> read() const;
@@ -20,3 +21,7 @@ public:
 private:
   int fd;
 };
+
+// What is said where a file in memory is missing.
+inline constexpr char const* NO_MEMORY_FILE =
+    "the system has no memory or no descriptor left for a file; close other programs and try again";

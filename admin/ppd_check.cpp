@@ -8,11 +8,12 @@
 
 #include "admin/memory_file.h"
 
-int unreadable_ppd_line(std::string const& ppd)
+std::string ppd_fault(std::string const& ppd)
 {
   MemoryFile const file(ppd);
   // libcups closes the descriptor that it is given.
-  int const descriptor = dup(file.descriptor());
+  int const descriptor = file.exists() ? dup(file.descriptor()) : -1;
+  if (descriptor < 0) return NO_MEMORY_FILE;
   lseek(descriptor, 0, SEEK_SET);
 // Of CUPS 2 the reader stays to the end; it is marked as deprecated since 1.6.
 #pragma GCC diagnostic push
@@ -22,5 +23,7 @@ int unreadable_ppd_line(std::string const& ppd)
   if (!read) ppdLastError(&line);
   ppdClose(read);
 #pragma GCC diagnostic pop
-  return read ? 0 : std::max(line, 1);
+  if (read) return {};
+  return "CUPS cannot read the PPD file beyond line " + std::to_string(std::max(line, 1))
+         + "; cupstestppd says what is wrong there";
 }

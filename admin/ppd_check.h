@@ -3,5 +3,5 @@
 
 #include <string>
 
-// Reads it with libcups' own reader. Returns the line at which that fails; 0 if it does not.
-int unreadable_ppd_line(std::string const& ppd);
+// Reads it with libcups' own reader. Returns why that fails; empty if it does not.
+std::string ppd_fault(std::string const& ppd);

@@ -3,17 +3,11 @@
 
 #include "admin/memory_file.h"
 
-namespace {
-
-constexpr char const* NO_MEMORY = "the system has no memory left for a PPD file";
-
-}  // namespace
-
 // Asked for by the queue's URI: the page /printers/NAME.ppd refuses some names.
 PpdAnswer get_ppd(Scheduler const& scheduler, std::string const& queue)
 {
   MemoryFile const file;
-  if (file.descriptor() < 0) return {{}, false, NO_MEMORY};
+  if (!file.exists()) return {{}, false, NO_MEMORY_FILE};
   Answer const answer =
       send(scheduler, make_request(IPP_OP_CUPS_GET_PPD, queue), "/", -1, file.descriptor());
   if (answer.status == IPP_STATUS_ERROR_NOT_FOUND)
@@ -25,14 +19,15 @@ PpdAnswer get_ppd(Scheduler const& scheduler, std::string const& queue)
   if (httpError(scheduler.http.get()) != 0)
     return {{}, false, "the scheduler broke off in the PPD file; try again"};
   std::optional<std::string> ppd = file.read();
-  if (!ppd) return {{}, false, NO_MEMORY};
+  if (!ppd) return {{}, false, NO_MEMORY_FILE};
+  if (ppd->empty()) return {{}, false, "the scheduler gives an empty PPD file; give it a new one"};
   return {std::move(ppd), false, {}};
 }
 
 std::string put_ppd(Scheduler const& scheduler, std::string const& queue, std::string const& ppd)
 {
   MemoryFile const file(ppd);
-  if (file.descriptor() < 0) return NO_MEMORY;
+  if (!file.exists()) return NO_MEMORY_FILE;
   return send(scheduler, make_request(IPP_OP_CUPS_ADD_MODIFY_PRINTER, queue), "/admin/",
               file.descriptor())
       .error;

@@ -25,12 +25,15 @@ bool is_put_back(std::string_view reason)
 
 }  // namespace
 
-std::string restore_state(Scheduler const& scheduler, Queue const& before)
+std::string restore_state(Scheduler const& scheduler, Queue const& before, Queue const& now)
 {
+  auto const is_forgotten = [&](char const* reason) {
+    return has(before.reasons, reason) && !has(now.reasons, reason);
+  };
   std::string error;
-  if (has(before.reasons, "hold-new-jobs"))
+  if (is_forgotten("hold-new-jobs"))
     error = send(scheduler, make_request(IPP_OP_HOLD_NEW_JOBS, before.name), "/admin/").error;
-  if (has(before.reasons, "paused")) {
+  if (is_forgotten("paused")) {
     Ipp request = make_request(IPP_OP_PAUSE_PRINTER, before.name);
     ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_TEXT, "printer-state-message", nullptr,
                  before.state_message.c_str());
@@ -49,11 +52,11 @@ std::string new_filter_problem(Queue const& before, Queue const& now)
   return {};
 }
 
-std::vector<std::string> lost_reasons(Queue const& before)
+std::vector<std::string> lost_reasons(Queue const& before, Queue const& now)
 {
   std::vector<std::string> lost;
-  std::ranges::copy_if(before.reasons, std::back_inserter(lost), [](std::string const& it) {
-    return !is_put_back(it) && !is_filter_problem(it);
+  std::ranges::copy_if(before.reasons, std::back_inserter(lost), [&](std::string const& it) {
+    return !is_put_back(it) && !is_filter_problem(it) && !has(now.reasons, it);
   });
   return lost;
 }

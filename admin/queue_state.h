@@ -10,10 +10,10 @@
 // The scheduler forgets every reason of the queue with its old PPD file. Pauses the queue
 // again, with its message, if it was paused, and has it hold new jobs if it did. Returns what
 // could not be put back; empty if all was.
-std::string restore_state(Scheduler const& scheduler, Queue const& before);
+std::string restore_state(Scheduler const& scheduler, Queue const& before, Queue const& now);
 
 // The filters that the scheduler finds fault with now and did not before; empty without one.
 std::string new_filter_problem(Queue const& before, Queue const& now);
 
-// The reasons that only the printer can bring back.
-std::vector<std::string> lost_reasons(Queue const& before);
+// The reasons that are gone and that only the printer can bring back.
+std::vector<std::string> lost_reasons(Queue const& before, Queue const& now);

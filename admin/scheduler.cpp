@@ -22,6 +22,9 @@ std::string error_text(ipp_status_t status)
              + " do this; run it as root or as a user whom its policy names";
     case IPP_STATUS_ERROR_NOT_FOUND:
       return "the scheduler does not know it";
+    case IPP_STATUS_ERROR_REQUEST_VALUE:
+      return "the scheduler could not store what was sent; its error_log says why, it may be a "
+             "full disk";
     case IPP_STATUS_ERROR_SERVICE_UNAVAILABLE:
     case IPP_STATUS_ERROR_INTERNAL:
       return "the scheduler gave no answer; its error_log says why";

@@ -1,7 +1,8 @@
-// Holds back the signals that end the program, for the time in which a queue is between two
-// states.
+// Holds back the signals that end the program, for the time in which something of ours at the
+// scheduler has to be brought to its end first.
 #pragma once
 
+#include <algorithm>
 #include <csignal>
 
 class SignalHold {
@@ -10,7 +11,7 @@ public:
   {
     sigset_t held;
     sigemptyset(&held);
-    for (int const signal : {SIGHUP, SIGINT, SIGTERM}) sigaddset(&held, signal);
+    for (int const signal : ENDING) sigaddset(&held, signal);
     sigprocmask(SIG_BLOCK, &held, &before);
   }
   // A signal that has come meanwhile ends the program here.
@@ -18,6 +19,16 @@ public:
   SignalHold(SignalHold const&) = delete;
   SignalHold& operator=(SignalHold const&) = delete;
 
+  // Whether one has come that is held back.
+  [[nodiscard]] static bool hasSignalCome()
+  {
+    sigset_t waiting;
+    sigemptyset(&waiting);
+    sigpending(&waiting);
+    return std::ranges::any_of(ENDING, [&](int it) { return sigismember(&waiting, it) == 1; });
+  }
+
 private:
+  static constexpr int ENDING[] = {SIGHUP, SIGINT, SIGTERM};
   sigset_t before{};
 };
