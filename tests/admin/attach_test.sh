@@ -59,6 +59,41 @@ reshape macintosh tr '\n' '\r'
 reshape mixed sed '2~3s/$/\r/'
 reshape unended head -c -1
 
+# --- what the queue takes: print jobs as before, command jobs while it is attached
+make_queue prints
+expect_part 'a queue without filter lines prints PostScript' "$(formats prints)" application/postscript
+ctl attach --no-ask prints
+expect_part 'attached, it still does' "$(formats prints)" application/postscript
+for lines in "$RASTER" "$RASTER2"; do
+  make_queue commands "$lines"
+  expect_no_part "command jobs with $lines: none before" "$(formats commands)" "$COMMAND_TYPE"
+  ctl attach --no-ask commands
+  expect_part "command jobs with $lines: attached" "$(formats commands)" "$COMMAND_TYPE"
+  ctl detach commands
+  expect_no_part "command jobs with $lines: none after" "$(formats commands)" "$COMMAND_TYPE"
+done
+make_queue ignored "$RASTER2" '*cupsFilter: "application/vnd.cups-command 0 commandtovelmo"' \
+  '*cupsCommands: "ReportLevels ReportStatus"'
+expect_no_part 'beside a cupsFilter2 line the scheduler reads no cupsFilter line' "$(formats ignored)" "$COMMAND_TYPE"
+ctl attach --no-ask ignored
+expect_part 'so the filter is named once more' "$said" 'ignored: attached'
+expect_part 'then command jobs are taken' "$(formats ignored)" "$COMMAND_TYPE"
+
+# --- faults that were there before, or that attaching ends, are no hindrance
+make_queue faulty '*cupsFilter: "application/vnd.cups-raster 0 rastertonowhere"'
+expect 'a print filter is missing' "$(queue_attribute faulty printer-state-reasons)" cups-missing-filter-warning
+ctl attach --no-ask faulty
+expect_done 'a print filter is missing'
+make_queue gone "$RASTER" '*cupsFilter: "application/vnd.cups-command 0 commandtonowhere"'
+ctl attach --no-ask --replace gone
+expect_done 'a command filter that is missing is replaced'
+expect 'then none is missing' "$(queue_attribute gone printer-state-reasons)" none
+
+make_queue dry "$RASTER"
+ctl attach --dry-run dry
+expect_done 'a dry run'
+expect_part 'a dry run shows the line' "$said" '+*cupsFilter: "application/vnd.cups-command 0 commandtovelmo"'
+
 # --- refusals: the queue is as it was
 make_queue taken "$RASTER" "$RIVAL" '*cupsCommands: "Clean"'
 ctl attach --no-ask taken

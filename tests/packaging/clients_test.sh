@@ -1,31 +1,28 @@
 #!/bin/bash
 # What people's own tools show of an attached queue: CUPS's command line, python3-cups as
 # desktop tools use it, and CUPS's web interface.
-# Usage: clients_test.sh FILTER SIMULATOR
+# Usage: clients_test.sh FILTER SIMULATOR VELMOCTL
 set -eu
 
 filter=$1
 simulator=$2
+velmoctl=$3
 # shellcheck source=tests/harness/expect.sh
 . "$(dirname "$0")/../harness/expect.sh"
 # shellcheck source=scripts/lib/private-scheduler.sh
 . "$root/scripts/lib/private-scheduler.sh"
 # shellcheck source=scripts/lib/simulated-printer.sh
 . "$root/scripts/lib/simulated-printer.sh"
-# shellcheck source=tests/packaging/trust.sh
-. "$root/tests/packaging/trust.sh"
 
 NAME=$'Ribbon Type: 13x18(5x7\xe2\x80\xb3)'
 
 work=$(mktemp -d)
 on_exit "scheduler_stop; printer_stop; rm -rf '$work'"
-[[ $EUID -eq 0 ]] || trust_own_filters "$work/trusting"
 printer_start "$simulator" --total 700 --remaining 350
 scheduler_start "$filter"
 scheduler_add_queue photo "$(printer_uri)" "$root/debian/tests/postscript.ppd"
 echo 'com.velmo-error0001 Text of this test' >"$work/texts"
-scheduler_client env CUPS_SERVERBIN="$scheduler_dir/bin" \
-  "$root/packaging/velmo-attach-queue" --reason-texts "$work/texts" photo
+scheduler_client "$velmoctl" attach --no-ask --reason-texts "$work/texts" photo
 
 # show COMMAND...: keeps what a client shows, for what is expected next.
 show() { scheduler_client "$@" >"$work/shown" 2>&1; }

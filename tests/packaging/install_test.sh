@@ -15,7 +15,7 @@ on_exit "rm -rf '$work'"
 # Only what is shipped, in a folder with a blank, with nothing of git.
 tree="$work/the tree"
 mkdir "$tree"
-cp -R "$root"/{CMakeLists.txt,driver,protocol,report,diag,packaging} "$tree"
+cp -R "$root"/{CMakeLists.txt,admin,driver,protocol,report,diag,packaging} "$tree"
 
 # An ordinary user's own namespace has no network either.
 offline=(unshare --net)
@@ -29,7 +29,7 @@ offline=(unshare --net)
 configure() {
   "${offline[@]}" env -u CFLAGS -u CPPFLAGS CXXFLAGS="-O0 -frecord-gcc-switches" \
     LDFLAGS=-Wl,--build-id=0x00c0ffee cmake -S "$tree" -B "$work/$1" -G Ninja \
-    -DCMAKE_BUILD_TYPE=None -DBUILD_TESTING=OFF -DVELMO_SIMULATOR=OFF -DVELMO_ADMIN=OFF "${@:2}"
+    -DCMAKE_BUILD_TYPE=None -DBUILD_TESTING=OFF -DVELMO_SIMULATOR=OFF "${@:2}"
 }
 build() { "${offline[@]}" cmake --build "$work/$1"; }
 
@@ -45,24 +45,24 @@ expect_that "it is configured as it comes" configure 'as it comes'
 expect_that "it is built" build 'as it comes'
 programs=$(cups-config --serverbin)
 expect "the filter is where the scheduler looks, and the modes are right under umask 077" \
-  "$(installed 'as it comes' 077 | grep -E '^755 |^644 ' | grep -E 'commandtovelmo|velmo-attach')" \
+  "$(installed 'as it comes' 077 | grep -E '^755 |^644 ' | grep -E '/(bin|man.|commandtovelmo.*|velmoctl.*)$')" \
   "755 ${programs#/}/filter/commandtovelmo
-755 usr/local/sbin/velmo-attach-queue
-644 usr/local/share/man/man8/commandtovelmo.8
-644 usr/local/share/man/man8/velmo-attach-queue.8"
+755 usr/local/bin
+755 usr/local/bin/velmoctl
+755 usr/local/share/man/man1
+644 usr/local/share/man/man1/velmoctl.1
+755 usr/local/share/man/man8
+644 usr/local/share/man/man8/commandtovelmo.8"
 
-expect_that "another place is taken" configure 'other place' \
-  -DCUPS_FILTER_DIR=/srv/cups/filter -DCMAKE_INSTALL_PREFIX=/opt/velmo
+expect_that "another place is taken, and the filter alone" configure 'other place' \
+  -DCUPS_FILTER_DIR=/srv/cups/filter -DCMAKE_INSTALL_PREFIX=/opt/velmo -DVELMO_ADMIN=OFF
 expect_that "it is built again" build 'other place'
 all='755 opt
 755 opt/velmo
-755 opt/velmo/sbin
-755 opt/velmo/sbin/velmo-attach-queue
 755 opt/velmo/share
 755 opt/velmo/share/man
 755 opt/velmo/share/man/man8
 644 opt/velmo/share/man/man8/commandtovelmo.8
-644 opt/velmo/share/man/man8/velmo-attach-queue.8
 755 srv
 755 srv/cups
 755 srv/cups/filter
@@ -72,7 +72,7 @@ for mask in 000 022 077; do
 done
 
 filter="$work/as it comes/commandtovelmo"
-expect_that "both builds give the same executable" cmp "$filter" "$work/other place/commandtovelmo"
+expect_that "both builds give the same filter" cmp "$filter" "$work/other place/commandtovelmo"
 expect_part "the flags of the linker are respected" "$(readelf --notes "$filter")" 'Build ID: 00c0ffee'
 expect "the flags of the compiler are respected, and no other level of optimization is set" \
   "$(grep -o ' -O[^ ]*' "$work/as it comes/compile_commands.json" | sort -u)" ' -O0'

@@ -11,15 +11,15 @@ page_of() { MANWIDTH=500 man -l "$root/packaging/$1."[18] 2>/dev/null | col -b |
 # What mandoc says but for which manuals are installed on this machine.
 faults() { mandoc -T lint "$1" 2>&1 | grep -vE 'outdated mandoc.db|referenced manual not found' || true; }
 
-for page in commandtovelmo.8 velmo-attach-queue.8 velmoctl.1; do
+for page in commandtovelmo.8 velmoctl.1; do
   file=$root/packaging/$page
   expect "$page: mandoc finds no fault" "$(faults "$file")" ""
   expect "$page: man finds no fault" "$(man -l --warnings "$file" 2>&1 >/dev/null)" ""
 done
 
-expect "only manuals that there are, ours and those of cups and diffutils, are referred to" \
+expect "only manuals that there are, ours and those of cups, are referred to" \
   "$(sed -n 's/^\.Xr \([^ ]* [0-9]\).*/\1/p' "$root"/packaging/*.[18] | LC_ALL=C sort -u | paste -sd,)" \
-  'backend 7,client.conf 5,commandtovelmo 8,cups-files.conf 5,cupsd.conf 5,cupstestppd 1,diff 1,filter 7,lpadmin 8,velmo-attach-queue 8'
+  'backend 7,client.conf 5,commandtovelmo 8,cups-files.conf 5,cupsd.conf 5,filter 7,lpadmin 8,velmoctl 1'
 
 # The tables of reasons, as lines such as "06 02 02 com.velmo-error0001".
 reasons_of_source() {
@@ -58,16 +58,6 @@ for text in marker-colors marker-levels marker-message marker-names marker-types
   'job-id user title copies options [file]'; do
   expect_that "in the source: $text" grep -rqF -- "$text" "$root/driver" "$root/protocol" "$root/report"
   expect_part "in the page: $text" "$page" "$text"
-done
-
-# Every option that velmo-attach-queue takes is in its page and in its help.
-options=$(sed -n 's/^ *\(--[a-z-]*\)).*/\1/p' "$root/packaging/velmo-attach-queue")
-expect "the options are found" "$(echo "$options" | wc -l)" 6
-page=$(page_of velmo-attach-queue)
-help=$("$root/packaging/velmo-attach-queue" --help)
-for option in $options; do
-  expect_part "in the page: $option" "$page" "$option"
-  expect_part "in the help: $option" "$help" "$option"
 done
 
 expect_end

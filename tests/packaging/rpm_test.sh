@@ -36,21 +36,19 @@ programs=$(cups-config --serverbin)
 expect "what is in it, with modes and owners" \
   "$(asked --qf '[%{FILEMODES:perms} %{FILEUSERNAME}:%{FILEGROUPNAME} %{FILENAMES}\n]')" \
   "-rwxr-xr-x root:root $programs/filter/commandtovelmo
--rwxr-xr-x root:root /usr/sbin/velmo-attach-queue
 drwxr-xr-x root:root /usr/share/licenses/$name
 -rw-r--r-- root:root /usr/share/licenses/$name/LICENSE
--rw-r--r-- root:root /usr/share/man/man8/commandtovelmo.8.gz
--rw-r--r-- root:root /usr/share/man/man8/velmo-attach-queue.8.gz"
+-rw-r--r-- root:root /usr/share/man/man8/commandtovelmo.8.gz"
 expect_part "it needs the scheduler" "$(asked --requires)" "cups"$'\n'
 
 # What distributions tell their rpmlint: this one asks for tags that RPM has dropped, for a
-# signature, a download and tests, whose libraries a package build does without; and takes a
-# manual page's section for its name.
+# signature, a download and tests, whose libraries a package build does
+# without.
 cat >"$work/rpmlint.toml" <<'END'
 CompressExtension = "gz"
 ValidLicenses = ["Apache-2.0"]
 Filters = ["no-buildroot-tag", "no-group-tag", "no-packager-tag", "no-signature", "no-%check-section",
-           "invalid-url Source0", "no-manual-page-for-binary velmo-attach-queue"]
+           "invalid-url Source0"]
 END
 expect_that "rpmlint is silent" rpmlint --strict --config "$work/rpmlint.toml" "$spec" "$rpm"
 expect_end

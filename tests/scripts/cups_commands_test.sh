@@ -13,8 +13,8 @@ expect_part 'the directives that the filter knows' "$known" ReportStatus
 # Lists in the lines of PPD files, wherever one is written or quoted. The tests make queues with
 # other lists on purpose.
 lists=$(grep -rnIo --exclude-dir={.git,build,tests} 'cupsCommands: \\\?"[^"\\]*' .)
-for file in README.md packaging/command-filter.ppd packaging/velmo-attach-queue \
-  packaging/velmo-attach-queue.8 scripts/lib/scheduler/velmo-minimal.ppd; do
+for file in README.md packaging/command-filter.ppd packaging/velmoctl.1 \
+  scripts/lib/scheduler/velmo-minimal.ppd; do
   expect_part "the list in $file is found" "$lists" "./$file:"
 done
 while IFS= read -r list; do

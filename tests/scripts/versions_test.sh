@@ -8,7 +8,7 @@ set -eu
 version=$(sed -n 's/^project(.* VERSION \([0-9.]*\) .*/\1/p' "$root/CMakeLists.txt")
 expect_part 'the version in CMakeLists.txt' "$version" .
 
-for program in "$@" "$root/packaging/velmo-attach-queue"; do
+for program; do
   expect "${program##*/} --version" "$("$program" --version 2>&1)" "${program##*/} $version"
 done
 
