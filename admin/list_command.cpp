@@ -68,6 +68,7 @@ int run_list(Scheduler const& scheduler, bool as_json)
     else
       say(as_line(queue, listed));
   }
+  if (!as_json && answer.queues.empty()) say("The scheduler has no queues; lpadmin makes them.");
   // Bytes that are no UTF-8 are shown as such, not taken for the end of the program.
   if (as_json) say(array.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
   return 0;

@@ -98,6 +98,17 @@ void add_ask(CLI::App& app, AskOptions& options)
   add_queues(*command, options.queues);
 }
 
+// What is wrong with the command line, and where to read on.
+std::string command_line_error(CLI::App const& app, CLI::ParseError const& error)
+{
+  std::vector<CLI::App*> const commands = app.get_subcommands();
+  if (!commands.empty())
+    return std::string(error.what()) + "; see velmoctl " + commands.front()->get_name() + " --help";
+  std::vector<std::string> const words = app.remaining();
+  return (words.empty() ? error.what() : printable(words.front()) + " is no command")
+         + "; see velmoctl --help";
+}
+
 int with_scheduler(Arguments const& arguments, CLI::App const& command)
 {
   Scheduler const scheduler = connect(arguments.server);
@@ -156,6 +167,9 @@ int main(int argc, char** argv)
   app.set_version_flag("--version", "velmoctl " VELMO_VERSION, "Show the version");
   app.add_option("-h", arguments.server, "The scheduler; else that of CUPS_SERVER or client.conf")
       ->type_name("HOST[:PORT]");
+  app.footer(
+      "First steps: velmoctl list, velmoctl attach --dry-run QUEUE, velmoctl attach QUEUE.\n"
+      "velmoctl SUBCOMMAND --help tells its options, man velmoctl tells all.");
   app.require_subcommand(1);
   app.fallthrough();
   add_attach(app, arguments.attach);
@@ -170,7 +184,7 @@ int main(int argc, char** argv)
     app.exit(answer);
     return is_output_written() ? 0 : 1;
   } catch (CLI::ParseError const& error) {
-    complain({}, std::string(error.what()) + "; see velmoctl --help");
+    complain({}, command_line_error(app, error));
     return 2;
   }
   unmark(arguments);

@@ -11,7 +11,8 @@ PpdAnswer get_ppd(Scheduler const& scheduler, std::string const& queue)
   Answer const answer =
       send(scheduler, make_request(IPP_OP_CUPS_GET_PPD, queue), "/", -1, file.descriptor());
   if (answer.status == IPP_STATUS_ERROR_NOT_FOUND)
-    return {{}, true, "the queue has no PPD file, so it cannot name a filter"};
+    return {
+        {}, true, "the queue has no PPD file, so it cannot name a filter; lpadmin -P gives it one"};
   if (answer.status == IPP_STATUS_CUPS_SEE_OTHER)
     return {{}, false, "its PPD file is on another server; name that one with -h"};
   if (!answer.error.empty()) return {{}, false, answer.error};

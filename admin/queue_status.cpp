@@ -38,10 +38,13 @@ std::optional<Prints> prints_of(std::string_view message)
   return Prints{*left, *total};
 }
 
-// The filter's marker-names, "Ribbon Type: 13x18(5x7″)".
-std::string ribbon_of(std::string_view name)
+// The filter's marker-names, "Ribbon Type: 13x18(5x7″)". Of a printer that does not answer it
+// reports type 00, for want of a better one.
+std::string ribbon_of(Queue const& queue)
 {
-  return take_text(name, "Ribbon Type: ") ? std::string(name) : std::string();
+  std::string_view name = queue.ribbon;
+  if (queue.level == -2 || !take_text(name, "Ribbon Type: ")) return {};
+  return std::string(name);
 }
 
 std::vector<std::string> codes_of(std::string_view keyword)
@@ -70,8 +73,8 @@ std::string text_of(std::string_view keyword, std::vector<PpdRecord> const& reco
 
 QueueStatus make_queue_status(Queue const& queue, std::string_view ppd, int low)
 {
-  QueueStatus status{
-      queue, verdict_of(queue, low), ribbon_of(queue.ribbon), prints_of(queue.message), {}, {}};
+  QueueStatus status{queue, verdict_of(queue, low), ribbon_of(queue), prints_of(queue.message), {},
+                     {}};
   if (queue.level_time != 0) status.age = std::max(0, queue.up_time - queue.level_time);
   PpdRecords const file = read_ppd_records(ppd);
   for (std::string const& keyword : queue.reasons)

@@ -5,6 +5,8 @@ set -eu
 . "$(dirname "$0")/ring.sh"
 
 COMMAND_TYPE=application/vnd.cups-command
+ctl list
+expect 'a scheduler without queues' "$status $said" '0 The scheduler has no queues; lpadmin makes them.'
 formats() { queue_attribute "$1" document-format-supported; }
 
 # A job that reaches the filter is answered by nobody, but shows whose it is.
@@ -200,6 +202,10 @@ for arguments in '' frob 'attach' 'attach --frob raster' 'attach --reason-texts'
   expect "a wrong command line: velmoctl $arguments" "$status" 2
   expect_part "it is said: velmoctl $arguments" "$errors" 'velmoctl: '
 done
+ctl frob
+expect_part 'an unknown command is named' "$errors" 'velmoctl: frob is no command; see velmoctl --help'
+ctl attach --frob raster
+expect_part "a command's own help is named" "$errors" '--frob; see velmoctl attach --help'
 for arguments in --help 'attach --help' 'detach --help' 'list --help' --version; do
   # shellcheck disable=SC2086
   ctl $arguments

@@ -130,7 +130,7 @@ TEST(ChangeFaults, EachHasItsSentence)
             "the scheduler gave no answer; its error_log says why");
   EXPECT_EQ(attach_sentence(1, Mishap::Empty), "the scheduler says nothing about this queue");
   EXPECT_EQ(attach_sentence(2, Mishap::NotFound),
-            "the queue has no PPD file, so it cannot name a filter");
+            "the queue has no PPD file, so it cannot name a filter; lpadmin -P gives it one");
   EXPECT_EQ(attach_sentence(2, Mishap::BrokenOff),
             "the scheduler broke off in the PPD file; try again");
   EXPECT_EQ(attach_sentence(5, Mishap::Forbidden),

@@ -40,11 +40,11 @@ TEST(LookFaults, AListThatCannotBeHadIsSaid)
   EXPECT_EQ(run.errors, "velmoctl: the scheduler answers server-error-busy (come back later)\n");
 }
 
-TEST(LookFaults, ASchedulerWithoutQueuesHasNothingToList)
+TEST(LookFaults, AListSaysThatThereAreNoQueues)
 {
   Ended const run = list(1, Mishap::NotFound);
   EXPECT_EQ(run.status, 0);
-  EXPECT_EQ(run.said + run.errors, "");
+  EXPECT_EQ(run.said + run.errors, "The scheduler has no queues; lpadmin makes them.\n");
 }
 
 TEST(LookFaults, AListTellsOfAPpdFileThatCannotBeRead)

@@ -103,6 +103,15 @@ TEST(QueueStatus, WhatIsNotKnownIsNothing)
   EXPECT_EQ(status_of(queue).age, std::nullopt);
 }
 
+TEST(QueueStatus, ASilentPrinterHasNoRibbon)
+{
+  Queue queue = queue_at(-2);
+  queue.ribbon = "Ribbon Type: 00";
+  EXPECT_EQ(status_of(queue).ribbon, "");
+  queue.level = -1;
+  EXPECT_EQ(status_of(queue).ribbon, "00");
+}
+
 TEST(QueueStatus, AClockThatWentBackMakesNoAgeBelowZero)
 {
   Queue queue = queue_at(50);
