@@ -160,6 +160,7 @@ int main(int argc, char** argv)
 {
   // A reader that goes away is noticed when the output is written.
   std::signal(SIGPIPE, SIG_IGN);
+  fill_standard_descriptors();
   Arguments arguments;
   CLI::App app("Attaches print queues to commandtovelmo, the command filter for Velmo printers.",
                "velmoctl");

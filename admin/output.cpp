@@ -1,9 +1,19 @@
 // What velmoctl says to the person in front of it.
 #include "admin/output.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+
+void fill_standard_descriptors()
+{
+  for (int const descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+    if (fcntl(descriptor, F_GETFD) < 0)
+      open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+}
 
 std::string printable(std::string_view text)
 {
@@ -44,7 +54,10 @@ void complain(std::string_view subject, std::string_view text)
 
 bool is_output_written()
 {
+  static bool is_complained_of = false;
   if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return true;
-  complain({}, std::string("standard output cannot be written: ") + std::strerror(errno));
+  if (!is_complained_of)
+    complain({}, std::string("standard output cannot be written: ") + std::strerror(errno));
+  is_complained_of = true;
   return false;
 }

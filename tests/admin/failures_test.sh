@@ -5,10 +5,6 @@ set -eu
 # shellcheck source=tests/admin/ring.sh
 . "$(dirname "$0")/ring.sh"
 
-# hooked HOOK ARGUMENT...: velmoctl with these commands before each request. The scheduler's
-# clients that they start are not hooked.
-hooked() { run_ctl env REQUEST_HOOK="unset CUPS_ENCRYPTION; $1" work="$work" DEVICE="$DEVICE" "$HOOKED_VELMOCTL" "${@:2}"; }
-
 # --- somebody else changes the PPD file between reading and writing
 make_queue race "$RASTER"
 make_ppd "$work/other" "$RASTER" '*cupsVendor: "from elsewhere"'
@@ -44,14 +40,21 @@ scheduler_client cupsdisable -r 'for a test' signal
 ctl attach --no-ask signal
 cp "$(ppd signal)" "$work/new"
 ctl detach signal
+# expect_whole SIGNAL NUMBER COMMAND...: interrupted before this request, it leaves the queue paused
+# and its file old or new.
+expect_whole() {
+  local rule="$3, $1 before request $2" whole=no
+  hooked "[ \"\$REQUEST\" != $2 ] || kill -$1 \"\$VELMOCTL\"" "${@:3}" signal
+  expect "$rule: ended by it" "$status" $((128 + $(kill -l "$1")))
+  expect "$rule: the pause" "$(queue_attribute signal printer-state-reasons)" paused
+  if cmp -s "$work/old" "$(ppd signal)" || cmp -s "$work/new" "$(ppd signal)"; then whole=yes; fi
+  expect "$rule: the file is old or new" "$whole" yes
+}
 for name in INT TERM HUP; do
   for number in 1 2 3 4 5 6 7 8; do
-    hooked "[ \"\$REQUEST\" != $number ] || kill -$name \"\$VELMOCTL\"" attach --no-ask signal
-    expect "$name before request $number: the pause" "$(queue_attribute signal printer-state-reasons)" paused
-    expect "$name before request $number: ended by it" "$status" $((128 + $(kill -l "$name")))
-    whole=no
-    if cmp -s "$work/old" "$(ppd signal)" || cmp -s "$work/new" "$(ppd signal)"; then whole=yes; fi
-    expect "$name before request $number: the file is old or new" "$whole" yes
+    expect_whole "$name" "$number" attach --no-ask
+    ctl attach --no-ask signal
+    expect_whole "$name" "$number" detach
     ctl detach signal
   done
 done
@@ -100,10 +103,52 @@ scheduler_client cancel -a busy
 
 # --- the standard output
 make_queue output "$RASTER"
-run_ctl sh -c "exec '$VELMOCTL' attach --no-ask output >/dev/full"
-expect_refused 'a full standard output' 'velmoctl: standard output cannot be written: No space left on device'
-expect_part 'what was done is said all the same' "$errors" 'what was asked for is done'
-expect_that 'it was done' grep -qF 'velmoctl begin' "$(ppd output)"
-run_ctl sh -c "exec '$VELMOCTL' list >&-"
-expect_refused 'a closed standard output' 'standard output cannot be written'
+ctl attach --no-ask output
+NOT_WRITTEN='velmoctl: standard output cannot be written: '
+for arguments in list 'list --json' status 'status --json' 'status --check' 'status --watch' \
+  'attach --no-ask output' 'attach --dry-run --no-reason-texts output' 'detach --dry-run output' \
+  --help 'attach --help' --version; do
+  export arguments
+  # shellcheck disable=SC2016 # for the shell that runs it
+  run_ctl env VELMOCTL="$VELMOCTL" sh -c 'exec "$VELMOCTL" $arguments >/dev/full'
+  expect_refused "a full standard output: $arguments" "${NOT_WRITTEN}No space left on device"
+  # shellcheck disable=SC2016
+  run_ctl env VELMOCTL="$VELMOCTL" sh -c 'exec "$VELMOCTL" $arguments >&-'
+  expect_refused "a closed standard output: $arguments" "${NOT_WRITTEN}Bad file descriptor"
+  expect "a closed standard output: $arguments: said once" "$(grep -c cannot <<<"$errors")" 1
+done
+for command in detach 'attach --no-ask'; do
+  export command
+  # shellcheck disable=SC2016
+  run_ctl env VELMOCTL="$VELMOCTL" sh -c 'exec "$VELMOCTL" $command output >/dev/full'
+  expect_refused "a full standard output: $command" "${NOT_WRITTEN}No space left on device"
+  expect_part "a full standard output: $command: what was done is said all the same" "$errors" \
+    'what was asked for is done'
+done
+expect_that 'the last was done' grep -qF 'velmoctl begin' "$(ppd output)"
+
+# --- two at once
+make_queue twin "$RASTER"
+make_queue other "$RASTER"
+# both COMMAND OTHER-COMMAND: two of velmoctl at the same time.
+# shellcheck disable=SC2086 # words
+both() {
+  scheduler_client "$VELMOCTL" $1 >"$work/both.1" 2>&1 &
+  ctl $2
+  first=0
+  wait $! || first=$?
+}
+for round in 1 2 3 4 5; do
+  both 'attach --no-ask twin' 'attach --no-ask twin'
+  expect "round $round: both attach one queue: statuses" "$first $status $errors" '0 0 '
+  expect "round $round: both attach one queue: one block" "$(grep -c 'velmoctl begin' "$(ppd twin)")" 1
+  both 'detach twin' 'detach twin'
+  expect "round $round: both detach one queue: statuses" "$first $status $errors" '0 0 '
+  expect_unchanged "round $round: both detach one queue" twin
+  both 'attach --no-ask twin' 'attach --no-ask other'
+  expect "round $round: each attaches a queue: statuses" "$first $status $errors" '0 0 '
+  both 'detach twin' 'detach other'
+  expect_unchanged "round $round: each detaches a queue" twin
+  expect_unchanged "round $round: each detaches a queue" other
+done
 expect_end

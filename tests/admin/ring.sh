@@ -36,6 +36,10 @@ run_ctl() {
   said=$(<"$work/said") errors=$(<"$work/errors")
 }
 
+# hooked HOOK ARGUMENT...: velmoctl with these commands before each request. The scheduler's
+# clients that they start are not hooked.
+hooked() { run_ctl env REQUEST_HOOK="unset CUPS_ENCRYPTION; $1" work="$work" DEVICE="$DEVICE" "$HOOKED_VELMOCTL" "${@:2}"; }
+
 # expect_done RULE, expect_refused RULE TEXT: how the last run of velmoctl ended.
 expect_done() { expect "$1: status and errors" "$status $errors" '0 '; }
 expect_refused() {

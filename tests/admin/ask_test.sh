@@ -1,0 +1,77 @@
+#!/bin/bash
+# velmoctl ask in front of printers that are off, asleep, silent or busy, several at once, and
+# interrupted: each has its sentence, and no job of ours is left behind.
+set -eu
+# shellcheck source=tests/admin/ring.sh
+. "$(dirname "$0")/ring.sh"
+
+printer_start "$SIMULATOR" --total 700 --remaining 350
+make_queue photo "$RASTER"
+scheduler_client lpadmin -p photo -v "$(printer_uri)" 2>/dev/null
+make_queue nobody "$RASTER"
+ctl attach --no-ask photo nobody
+
+jobs_of() { queue_attribute "$1" queued-job-count; }
+has_jobs() { [[ $(jobs_of "$1") == "$2" ]]; }
+state_is() { [[ $(queue_attribute "$1" printer-state) == "$2" ]]; }
+
+# --- how the printer is
+printer_tell asleep 1
+ctl ask photo
+expect_done 'a printer that has to wake up'
+expect_part 'a printer that has to wake up' "$said" '350 of 700 prints'
+wait_until 30 has_jobs photo 0
+printer_tell power 02
+ctl ask --timeout 1 photo
+expect_refused 'a printer that does not wake up' \
+  'velmoctl: photo: has not brought its values within 1 s; velmoctl status shows them later'
+printer_tell power 00
+wait_until 30 has_jobs photo 0
+printer_tell silent on
+ctl ask --timeout 1 photo
+expect_refused 'a silent printer' 'velmoctl: photo: has not brought its values within 1 s'
+printer_tell silent off
+scheduler_client cancel -a photo
+wait_until 30 has_jobs photo 0
+ctl ask --timeout 1 nobody
+expect_refused 'a printer that is off' 'velmoctl: nobody: has not brought its values within 1 s'
+expect 'its job is left to the scheduler' "$(jobs_of nobody)" 1
+
+# --- a queue that is busy: who asks waits, who asks after that waits with him
+scheduler_client cancel -a nobody
+wait_until 30 state_is nobody idle
+scheduler_client lp -d nobody -o raw "$work/given" >/dev/null
+wait_until 30 state_is nobody processing
+scheduler_client "$VELMOCTL" ask --timeout 60 nobody >"$work/first" 2>&1 &
+first=$!
+wait_until 30 has_jobs nobody 2
+ctl ask --timeout 1 nobody
+expect_refused 'who joins' 'velmoctl: nobody: was busy for 1 s'
+expect 'who joins sends no job and takes none back' "$(jobs_of nobody)" 2
+scheduler_client lpadmin -p nobody -v "$(printer_uri)" 2>/dev/null
+wait "$first" || true
+expect_part 'the queue is free again: who waited has the values' "$(<"$work/first")" \
+  '350 of 700 prints'
+
+# --- interrupted: its job is taken back; one that it has joined is not
+make_queue busy "$RASTER"
+ctl attach --no-ask busy
+scheduler_client lp -d busy -o raw "$work/given" >/dev/null
+wait_until 30 state_is busy processing
+for name in INT TERM; do
+  for number in 1 2 3 4 5 6; do
+    hooked "[ \"\$REQUEST\" != $number ] || kill -$name \"\$VELMOCTL\"" ask busy
+    expect "$name before request $number: ended by it" "$status" $((128 + $(kill -l "$name")))
+    expect "$name before request $number: no job is left" "$(jobs_of busy)" 1
+  done
+done
+scheduler_client "$VELMOCTL" ask --timeout 60 busy >/dev/null 2>&1 &
+first=$!
+wait_until 30 has_jobs busy 2
+# shellcheck disable=SC2016 # for the shell that runs it
+hooked '[ "$REQUEST" != 5 ] || kill -INT "$VELMOCTL"' ask busy
+expect 'interrupted while it waits with another: ended by it' "$status" 130
+expect "interrupted while it waits with another: the other's job stays" "$(jobs_of busy)" 2
+scheduler_client cancel -a busy
+wait "$first" || true
+expect_end
