@@ -80,17 +80,18 @@ int meet_usleep(useconds_t microseconds)
   return noted(call, REAL_CALLS.usleep(microseconds));
 }
 
-int meet_request(cups_sc_command_t command, char* data, int* length, double timeout)
+unsigned meet_request(cups_sc_command_t command, char* data, int* length, double timeout)
 {
   Call const call{.kind = Kind::Request, .number = command, .room = *length, .timeout = timeout};
   if (auto const outcome = met(call)) {
     auto const brought = outcome->text.copy(data, static_cast<std::size_t>(*length));
     *length = outcome->length.value_or(static_cast<int>(brought));
-    return static_cast<int>(outcome->result);
+    return static_cast<unsigned>(outcome->result);
   }
-  int const status = REAL_CALLS.side_channel_request(command, data, length, timeout);
+  unsigned const status = REAL_CALLS.side_channel_request(command, data, length, timeout);
   if (current)
-    current->note(call, {.result = status, .text = {data, static_cast<std::size_t>(*length)}});
+    current->note(call, {.result = static_cast<int>(status),
+                         .text = {data, static_cast<std::size_t>(*length)}});
   return status;
 }
 

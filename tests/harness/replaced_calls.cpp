@@ -11,8 +11,8 @@ int __real_fflush(FILE* stream);
 unsigned __real_sleep(unsigned seconds);
 int __real_usleep(useconds_t microseconds);
 char* __real_strdup(char const* text);
-int __real_cupsSideChannelDoRequest(cups_sc_command_t command, char* data, int* length,
-                                    double timeout);
+unsigned __real_cupsSideChannelDoRequest(cups_sc_command_t command, char* data, int* length,
+                                         double timeout);
 ssize_t __real_cupsBackChannelRead(char* buffer, std::size_t room, double timeout);
 cups_file_t* __real_cupsFileStdin();
 char* __real_cupsFileGetConf(cups_file_t* file, char* buffer, std::size_t room, char** value,
@@ -64,8 +64,8 @@ int __wrap_usleep(useconds_t microseconds) { return replaced_calls.usleep(micros
 
 char* __wrap_strdup(char const* text) { return replaced_calls.strdup(text); }
 
-int __wrap_cupsSideChannelDoRequest(cups_sc_command_t command, char* data, int* length,
-                                    double timeout)
+unsigned __wrap_cupsSideChannelDoRequest(cups_sc_command_t command, char* data, int* length,
+                                         double timeout)
 {
   return replaced_calls.side_channel_request(command, data, length, timeout);
 }

@@ -9,8 +9,9 @@
 
 #include <cstdio>
 
-// Called in the place of the calls of the same names. The answer of the side channel is an int,
-// since the library passes on whatever number a backend sends.
+// Called in the place of the calls of the same names. The answer of the side channel is a
+// number, since the library passes on whatever a backend sends; unsigned, as the enumeration is
+// that the library declares: s390x hands the two over differently.
 struct ReplacedCalls {
   ssize_t (*writev)(int descriptor, iovec const* pieces, int count);
   std::size_t (*fwrite)(void const* data, std::size_t size, std::size_t count, FILE* stream);
@@ -18,7 +19,8 @@ struct ReplacedCalls {
   unsigned (*sleep)(unsigned seconds);
   int (*usleep)(useconds_t microseconds);
   char* (*strdup)(char const* text);
-  int (*side_channel_request)(cups_sc_command_t command, char* data, int* length, double timeout);
+  unsigned (*side_channel_request)(cups_sc_command_t command, char* data, int* length,
+                                   double timeout);
   ssize_t (*back_channel_read)(char* buffer, std::size_t room, double timeout);
   cups_file_t* (*file_stdin)();
   char* (*file_get_conf)(cups_file_t* file, char* buffer, std::size_t room, char** value,
