@@ -1,9 +1,11 @@
 // velmoctl: attaches print queues to the filter and shows what their printers say.
 #include <CLI/CLI.hpp>
 #include <csignal>
+#include <limits>
 #include <span>
 
 #include "admin/attach_command.h"
+#include "admin/explain_command.h"
 #include "admin/list_command.h"
 #include "admin/output.h"
 #include "admin/status_command.h"
@@ -18,6 +20,7 @@ struct Arguments {
   bool list_as_json = false;
   StatusOptions status;
   AskOptions ask;
+  ExplainOptions explain;
 };
 
 void add_queues(CLI::App& command, std::vector<std::string>& queues)
@@ -109,6 +112,19 @@ std::string command_line_error(CLI::App const& app, CLI::ParseError const& error
          + "; see velmoctl --help";
 }
 
+void add_explain(CLI::App& app, ExplainOptions& options)
+{
+  CLI::App* const command = app.add_subcommand(
+      "explain", "Tell in words what the scheduler's log holds of the filter's jobs");
+  command->add_option("--job", options.job, "This job only")
+      ->type_name("NUMBER")
+      ->check(CLI::Range(1, std::numeric_limits<int>::max()));
+  command
+      ->add_option("FILE", options.file,
+                   "The log, also compressed; - is standard input; default: " + options.file)
+      ->type_name("");
+}
+
 int with_scheduler(Arguments const& arguments, CLI::App const& command)
 {
   Scheduler const scheduler = connect(arguments.server);
@@ -126,6 +142,15 @@ int with_scheduler(Arguments const& arguments, CLI::App const& command)
   if (command.get_name() == "status") return run_status(scheduler, arguments.status);
   if (command.get_name() == "ask") return run_ask(scheduler, arguments.ask);
   return run_list(scheduler, arguments.list_as_json);
+}
+
+int run(Arguments const& arguments, CLI::App const& command)
+{
+  if (command.get_name() != "explain") return with_scheduler(arguments, command);
+  if (arguments.server.empty()) return run_explain(arguments.explain);
+  complain({},
+           "explain reads a file, not what the scheduler of -h logs; see velmoctl explain --help");
+  return 2;
 }
 
 // CLI11 takes "[photo]" for a list of one. A mark at its end, which is in no queue's name,
@@ -151,6 +176,7 @@ void unmark(Arguments& arguments)
   for (auto* const queues : {&arguments.attach.queues, &arguments.detach.queues,
                              &arguments.status.queues, &arguments.ask.queues})
     for (std::string& queue : *queues) unmark(queue);
+  unmark(arguments.explain.file);
   if (arguments.attach.reason_texts) unmark(*arguments.attach.reason_texts);
 }
 
@@ -178,6 +204,7 @@ int main(int argc, char** argv)
   add_list(app, arguments.list_as_json);
   add_status(app, arguments.status);
   add_ask(app, arguments.ask);
+  add_explain(app, arguments.explain);
 
   try {
     app.parse(marked_arguments(std::span(argv, static_cast<std::size_t>(argc)).subspan(1)));
@@ -189,7 +216,7 @@ int main(int argc, char** argv)
     return 2;
   }
   unmark(arguments);
-  int const status = with_scheduler(arguments, *app.get_subcommands().front());
+  int const status = run(arguments, *app.get_subcommands().front());
   if (is_output_written()) return status;
   if (status == 0) complain({}, "apart from that, what was asked for is done");
   return 1;

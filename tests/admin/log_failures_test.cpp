@@ -1,0 +1,104 @@
+// Every message of the filter that tells of a failure has its cause and cure, and people read
+// the same in docs/troubleshooting.md.
+#include "admin/log_failures.h"
+
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <set>
+
+#include "tests/harness/same_text.h"
+
+namespace {
+
+std::filesystem::path const ROOT = TREE_ROOT;
+
+std::string file_text(std::filesystem::path const& path)
+{
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// The literals behind "DEBUG: " and "ERROR: " in the filter's sources, up to a line end.
+std::set<std::string> messages_of_filter()
+{
+  std::set<std::string> found;
+  std::regex const literal("\"(?:DEBUG|ERROR): ([^\"\\\\]*)");
+  for (char const* folder : {"diag", "driver", "protocol", "report"})
+    for (auto const& entry : std::filesystem::directory_iterator(ROOT / folder)) {
+      std::string const text = file_text(entry.path());
+      for (std::sregex_iterator at(text.begin(), text.end(), literal), end; at != end; ++at)
+        if (entry.path().extension() == ".cpp") found.insert((*at)[1]);
+    }
+  return found;
+}
+
+// What stands before the first part that a run fills in.
+std::string beginning(std::string_view message)
+{
+  return std::string(message.substr(0, message.find("...")));
+}
+
+bool is_told(std::string const& message)
+{
+  if (message.empty()) return false;
+  for (LogFailure const& failure : log_failures())
+    if (failure.message.starts_with(message) || beginning(failure.message) == message) return true;
+  return false;
+}
+
+}  // namespace
+
+TEST(LogFailures, EveryMessageOfTheFilterTellsOfAFailureOrOfNone)
+{
+  // A dump, the name of a function, a directive, levels, and what an answer says.
+  std::set<std::string> const of_none = {"",
+                                         "====> command=[",
+                                         "[ReportLevels] ",
+                                         "#retry_status=[wake_up=",
+                                         "get_printer_info_retry() START",
+                                         "get_printer_info_retry() END",
+                                         "clean_printer_state() START",
+                                         "clean_printer_state() END"};
+  std::set<std::string> const messages = messages_of_filter();
+  EXPECT_TRUE(messages.contains("fflush() failed."));
+  for (std::string const& message : messages)
+    EXPECT_NE(is_told(message), of_none.contains(message)) << '"' << message << '"';
+}
+
+TEST(LogFailures, EveryMessageOfATableRowIsSaidByTheFilter)
+{
+  std::set<std::string> const messages = messages_of_filter();
+  for (LogFailure const& failure : log_failures()) {
+    // From here on it is the scheduler and the backend that say it.
+    if (failure.message.starts_with("Unable to start filter")) return;
+    bool is_said = false;
+    for (std::string const& message : messages)
+      is_said |= !message.empty() && failure.message.starts_with(message);
+    EXPECT_TRUE(is_said) << failure.message;
+  }
+  FAIL() << "the scheduler's own messages are not found";
+}
+
+TEST(LogFailures, TheFirstThatFitsCounts)
+{
+  EXPECT_EQ(find_log_failure("fflush() failed.")->cause, "the backend has ended");
+  EXPECT_EQ(find_log_failure("fflush() failed"), nullptr);
+  for (LogFailure const& failure : log_failures())
+    EXPECT_EQ(find_log_failure(failure.message), &failure) << failure.message;
+}
+
+TEST(LogFailures, TheDocumentShowsTheSameTable)
+{
+  std::string const document = file_text(ROOT / "docs" / "troubleshooting.md");
+  std::string const head = "| Line | Cause | Cure |\n|---|---|---|\n";
+  std::size_t const from = document.find(head);
+  ASSERT_NE(from, std::string::npos);
+  std::string table;
+  for (LogFailure const& failure : log_failures())
+    table += "| `" + std::string(failure.message) + "` | " + std::string(failure.cause) + " | "
+             + std::string(failure.cure) + " |\n";
+  EXPECT_TEXT(
+      document.substr(from + head.size(), document.find("\n\n", from) + 1 - from - head.size()),
+      table);
+}
