@@ -15,7 +15,7 @@ on_exit "rm -rf '$work'"
 # Only what is shipped, in a folder with a blank, with nothing of git.
 tree="$work/the tree"
 mkdir "$tree"
-cp -R "$root"/{CMakeLists.txt,admin,driver,protocol,report,diag,packaging} "$tree"
+cp -R "$root"/{CMakeLists.txt,admin,docs,driver,protocol,report,diag,packaging} "$tree"
 
 # An ordinary user's own namespace has no network either.
 offline=(unshare --net)
@@ -45,10 +45,14 @@ expect_that "it is configured as it comes" configure 'as it comes'
 expect_that "it is built" build 'as it comes'
 programs=$(cups-config --serverbin)
 expect "the filter is where the scheduler looks, and the modes are right under umask 077" \
-  "$(installed 'as it comes' 077 | grep -E '^755 |^644 ' | grep -E '/(bin|man.|commandtovelmo.*|velmoctl.*)$')" \
+  "$(installed 'as it comes' 077 | grep -E '^755 |^644 ' | grep -E '/(bin|man.|commandtovelmo.*|velmoctl.*|json.md)$')" \
   "755 ${programs#/}/filter/commandtovelmo
 755 usr/local/bin
 755 usr/local/bin/velmoctl
+755 usr/local/share/doc/commandtovelmo
+644 usr/local/share/doc/commandtovelmo/json.md
+644 usr/local/share/doc/commandtovelmo/velmoctl-list.schema.json
+644 usr/local/share/doc/commandtovelmo/velmoctl-status.schema.json
 755 usr/local/share/man/man1
 644 usr/local/share/man/man1/velmoctl.1
 755 usr/local/share/man/man8
