@@ -20,14 +20,14 @@ version=$(sed -n 's/^Version: *//p' "$spec")
 name=commandtovelmo-$version
 
 mkdir -p "$work/$name" "$work/SOURCES"
-cp -R "$root"/{CMakeLists.txt,LICENSE,driver,protocol,report,diag,packaging} "$work/$name"
+cp -R "$root"/{CMakeLists.txt,LICENSE,admin,driver,protocol,report,diag,packaging} "$work/$name"
 tar --create --gzip --directory "$work" --file "$work/SOURCES/$name.tar.gz" "$name"
 
 # Debian's RPM knows none of the packages that it is built with, strips no program and compresses
 # no manual page.
 (umask 077 && rpmbuild -bb --nodeps --define "_topdir $work" --define '_build_id_links none' \
   --define 'debug_package %{nil}' \
-  --define '__os_install_post bash /usr/lib/rpm/brp-compress; strip %{buildroot}%{_cups_serverbin}/filter/*' "$spec") \
+  --define '__os_install_post bash /usr/lib/rpm/brp-compress; strip %{buildroot}%{_cups_serverbin}/filter/* %{buildroot}%{_bindir}/*' "$spec") \
   >"$work/log" 2>&1 || tail -n 30 "$work/log"
 rpm=$(find "$work/RPMS" -name '*.rpm')
 
@@ -35,20 +35,22 @@ asked() { rpm --query --package --dbpath "$work/db" "$@" "$rpm"; }
 programs=$(cups-config --serverbin)
 expect "what is in it, with modes and owners" \
   "$(asked --qf '[%{FILEMODES:perms} %{FILEUSERNAME}:%{FILEGROUPNAME} %{FILENAMES}\n]')" \
-  "-rwxr-xr-x root:root $programs/filter/commandtovelmo
+  "-rwxr-xr-x root:root /usr/bin/velmoctl
+-rwxr-xr-x root:root $programs/filter/commandtovelmo
 drwxr-xr-x root:root /usr/share/licenses/$name
 -rw-r--r-- root:root /usr/share/licenses/$name/LICENSE
+-rw-r--r-- root:root /usr/share/man/man1/velmoctl.1.gz
 -rw-r--r-- root:root /usr/share/man/man8/commandtovelmo.8.gz"
 expect_part "it needs the scheduler" "$(asked --requires)" "cups"$'\n'
 
 # What distributions tell their rpmlint: this one asks for tags that RPM has dropped, for a
-# signature, a download and tests, whose libraries a package build does
-# without.
+# signature, a download and tests, whose libraries a package build does without; and takes a
+# manual page's section for its name.
 cat >"$work/rpmlint.toml" <<'END'
 CompressExtension = "gz"
 ValidLicenses = ["Apache-2.0"]
 Filters = ["no-buildroot-tag", "no-group-tag", "no-packager-tag", "no-signature", "no-%check-section",
-           "invalid-url Source0"]
+           "invalid-url Source0", "no-manual-page-for-binary velmoctl"]
 END
 expect_that "rpmlint is silent" rpmlint --strict --config "$work/rpmlint.toml" "$spec" "$rpm"
 expect_end
