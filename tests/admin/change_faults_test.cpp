@@ -173,6 +173,48 @@ TEST(ChangeFaults, AnUploadThatCannotBeStoredLosesNoPause)
       << run.errors;
 }
 
+TEST(ChangeFaults, AnOldFileThatCannotBeGivenBackIsSaid)
+{
+  FakeScheduler fake = paused_queue(OLD);
+  fake.before_request = [&](int number, ipp_op_t /*operation*/) {
+    if (number == 6) fake.reasons.emplace_back("cups-missing-filter-warning");
+  };
+  fake.failing_request = 10;
+  fake.mishap = Mishap::Busy;
+  EXPECT_EQ(run_command(fake, attach_photo).errors,
+            "velmoctl: photo: the scheduler cannot use a filter of the queue "
+            "(cups-missing-filter-warning); install the package or mend the filter's owner and "
+            "rights; the new PPD file is still there, for the old one could not be given back "
+            "(the scheduler answers server-error-busy (come back later)); velmoctl detach takes "
+            "out what was put in\n");
+  EXPECT_EQ(fake.ppd, attached_ppd());
+  EXPECT_TRUE(fake.has("paused"));
+}
+
+TEST(ChangeFaults, AnOldFileThatIsPerhapsGivenBackIsSaid)
+{
+  FakeScheduler fake = paused_queue(OLD);
+  fake.before_request = [&](int number, ipp_op_t /*operation*/) {
+    if (number == 6) fake.reasons.emplace_back("cups-missing-filter-warning");
+  };
+  fake.failing_request = 10;
+  fake.goes_on = true;
+  fake.mishap = Mishap::NoAnswer;
+  EXPECT_TRUE(has_part(run_command(fake, attach_photo).errors,
+                       "; whether the old PPD file was given back is not known (the scheduler gave "
+                       "no answer; its error_log says why); velmoctl list tells\n"));
+}
+
+TEST(ChangeFaults, AQueueThatBeginsToPrintIsLeftAlone)
+{
+  FakeScheduler fake = paused_queue(OLD);
+  fake.before_request = [&](int number, ipp_op_t /*operation*/) {
+    if (number == 3) fake.state = IPP_PSTATE_PROCESSING;
+  };
+  EXPECT_TRUE(has_part(run_command(fake, attach_photo).errors, "say --while-printing\n"));
+  EXPECT_EQ(fake.ppd, OLD);
+}
+
 TEST(ChangeFaults, AReasonThatIsThereAgainIsNotForgotten)
 {
   FakeScheduler fake = paused_queue(OLD);

@@ -163,6 +163,14 @@ TEST(Attach, TextsStayUnlessNewOnesAreGivenOrNone)
   EXPECT_EQ(attached(first, texts({})), attached(RASTER));
 }
 
+TEST(Attach, TheSameTextsOnceMoreLeaveABlockThatHoldsAsItIs)
+{
+  AttachWishes const wishes = texts({{"com.velmo-error0001", "A"}});
+  std::string const noted = joined({RASTER, BEGIN, OURS, LIST, "*% a note\n",
+                                    "*cupsIPPReason com.velmo-error0001/A: \"\"\n", END});
+  EXPECT_EQ(attached(noted, wishes), noted);
+}
+
 TEST(Attach, TextsThatSomebodyWorkedOnAreWrittenAnew)
 {
   EXPECT_EQ(
