@@ -1,6 +1,7 @@
 // One command job that has a queue's printer asked, and the wait for its values.
 #include "admin/ask.h"
 
+#include <algorithm>
 #include <chrono>
 #include <thread>
 
@@ -22,7 +23,9 @@ std::string declined(Queue const& queue)
   if (!queue.isAttached())
     return "is not attached, so nothing asks its printer; see velmoctl attach";
   if (queue.state == IPP_PSTATE_STOPPED)
-    return "is stopped" + message + "; its printer is asked when it is enabled again";
+    return "is stopped" + message + "; cupsenable it, then velmoctl ask";
+  if (std::ranges::find(queue.reasons, "hold-new-jobs") != queue.reasons.end())
+    return "holds its jobs" + message + "; cupsenable --release it, then velmoctl ask";
   if (!queue.accepting) return "rejects jobs" + message + "; cupsaccept lets it take them";
   return {};
 }
@@ -51,6 +54,7 @@ private:
 std::string ended(ipp_jstate_t state, Queue const& queue, int id)
 {
   if (state == IPP_JSTATE_CANCELED) return "its job " + std::to_string(id) + " was cancelled";
+  if (state == IPP_JSTATE_HELD) return "its job " + std::to_string(id) + " is held";
   if (state == IPP_JSTATE_ABORTED || state == IPP_JSTATE_STOPPED)
     return "its job " + std::to_string(id) + " failed; the scheduler's error_log says why";
   return queue.state == IPP_PSTATE_STOPPED ? declined(queue) : std::string();

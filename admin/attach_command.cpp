@@ -60,7 +60,7 @@ void advise(Queue const& queue)
     complain(queue.name, "warning: " + why);
   if (std::string const device = device_without_snmp(queue.device); !device.empty())
     say("A printer without SNMP holds every job for 4 seconds; this avoids it:\n  lpadmin -p "
-        + shell_quoted(queue.name) + " -v " + shell_quoted(device));
+        + printable(shell_quoted(queue.name) + " -v " + shell_quoted(device)));
 }
 
 bool attach_one(Scheduler const& scheduler, std::string const& name, PpdEdit const& edit,
@@ -75,10 +75,8 @@ bool attach_one(Scheduler const& scheduler, std::string const& name, PpdEdit con
   if (result.outcome != Outcome::Changed) return true;
   advise(*queue);
   // The queue is attached whatever the printer says, or does not say.
-  if (options.no_ask)
+  if (options.no_ask || !ask_and_show(scheduler, queue->name, AskOptions().timeout))
     tell_lost_reasons(queue->name, result, "velmoctl ask brings back those that still hold");
-  else
-    ask_and_show(scheduler, queue->name, AskOptions().timeout);
   return true;
 }
 
@@ -88,7 +86,7 @@ bool detach_one(Scheduler const& scheduler, std::string const& name, PpdEdit con
   std::optional<Queue> const queue = changeable_queue(scheduler, name);
   if (!queue) return false;
   ChangeResult const result = change_ppd(scheduler, *queue, edit, rules);
-  if (!report(queue->name, result, "detached, its PPD file is as it was",
+  if (!report(queue->name, result, "detached, what attach put into its PPD file is out again",
               "is not attached by velmoctl, nothing to do"))
     return false;
   tell_lost_reasons(queue->name, result, "nothing asks the printer any more");

@@ -7,6 +7,7 @@
 #include "admin/ppd_transfer.h"
 #include "admin/queue_state.h"
 #include "admin/signal_hold.h"
+#include "admin/verdict.h"
 
 namespace {
 
@@ -93,6 +94,17 @@ std::optional<ChangeResult> replace_ppd(Scheduler const& scheduler, Queue const&
   return ChangeResult{Outcome::Changed, {}, {}, lost_reasons(before, *settled.queue)};
 }
 
+// A file that is as wanted names a filter that the scheduler may still not be able to start.
+ChangeResult as_it_is(Scheduler const& scheduler, std::string const& name, PpdEdit const& edit)
+{
+  QueueAnswer const queue = get_queue(scheduler, name);
+  if (!queue.queue) return not_done(queue.error);
+  std::string const fault = edit.attaches ? filter_fault(*queue.queue) : std::string();
+  if (fault.empty()) return {Outcome::NothingToDo, {}, {}, {}};
+  return not_done("the PPD file is as wanted, but " + fault
+                  + "; install the package or mend the filter's owner and rights");
+}
+
 // One attempt, from reading the PPD file to looking at what became of it; nothing if somebody
 // else changed the file meanwhile.
 std::optional<ChangeResult> try_to_change(Scheduler const& scheduler, std::string const& name,
@@ -102,7 +114,7 @@ std::optional<ChangeResult> try_to_change(Scheduler const& scheduler, std::strin
   if (!now.ppd) return not_done(now.error);
   PpdChange const change = edit.change(*now.ppd);
   if (!change.refusal.empty()) return not_done(change.refusal, change.rivals);
-  if (change.ppd == *now.ppd) return ChangeResult{Outcome::NothingToDo, {}, {}, {}};
+  if (change.ppd == *now.ppd) return as_it_is(scheduler, name, edit);
   if (std::string fault = ppd_fault(change.ppd); !fault.empty()) return not_done(std::move(fault));
   if (rules.dry_run)
     return ChangeResult{Outcome::DryRun, ppd_diff(name, *now.ppd, change.ppd), {}, {}};

@@ -50,6 +50,8 @@ SentJob send_ask(Scheduler const& scheduler, std::string const& queue)
                "application/vnd.cups-command");
   // A default banner would be printed on photo paper.
   ippAddString(request.get(), IPP_TAG_JOB, IPP_TAG_NAME, "job-sheets", nullptr, "none");
+  // Nor would a default hour of the queue ever let it through while somebody waits.
+  ippAddString(request.get(), IPP_TAG_JOB, IPP_TAG_KEYWORD, "job-hold-until", nullptr, "no-hold");
   ippAddInteger(request.get(), IPP_TAG_JOB, IPP_TAG_INTEGER, "job-cancel-after", CANCEL_SECONDS);
   ippAddInteger(request.get(), IPP_TAG_JOB, IPP_TAG_INTEGER, "job-priority", HIGHEST_PRIORITY);
   Answer const answer = send(scheduler, std::move(request), "/", file.descriptor());

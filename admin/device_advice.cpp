@@ -8,16 +8,27 @@ namespace {
 
 // The backends that hand a printer's answers to a filter as they come.
 constexpr std::array<std::string_view, 4> ANSWERING = {"socket", "usb", "serial", "parallel"};
+// Those that are known not to. Others may, as dnssd does for a printer that listens like socket.
+constexpr std::array<std::string_view, 6> SILENT = {"ipp", "ipps", "http", "https", "lpd", "file"};
+
+template <std::size_t COUNT>
+bool is_one_of(std::array<std::string_view, COUNT> const& schemes, std::string_view scheme)
+{
+  return std::ranges::find(schemes, scheme) != schemes.end();
+}
 
 }  // namespace
 
 std::string device_without_answers(std::string_view device)
 {
   std::string_view const scheme = device.substr(0, device.find(':'));
-  if (std::ranges::find(ANSWERING, scheme) != ANSWERING.end()) return {};
-  return "the backend of a device " + std::string(scheme)
-         + ": passes no answers of the printer on, so neither level nor errors can be had; "
-           "socket: and usb: do";
+  if (is_one_of(ANSWERING, scheme)) return {};
+  std::string const backend = "the backend of a device " + std::string(scheme) + ": ";
+  if (is_one_of(SILENT, scheme))
+    return backend
+           + "passes no answers of the printer on, so neither level nor errors can be had; "
+             "socket: and usb: do";
+  return backend + "may pass no answers of the printer on; socket: and usb: do";
 }
 
 std::string device_without_snmp(std::string_view device)

@@ -8,6 +8,7 @@
 #include "admin/ppd_attach.h"
 #include "admin/ppd_transfer.h"
 #include "admin/queue.h"
+#include "admin/verdict.h"
 
 namespace {
 
@@ -19,9 +20,7 @@ struct ListedQueue {
 // A filter that is named well may still be one that the scheduler does not start.
 std::string scheduler_problem(Queue const& queue)
 {
-  for (std::string const& reason : queue.reasons)
-    if (reason == "cups-missing-filter-warning" || reason == "cups-insecure-filter-warning")
-      return "the scheduler does not start a filter of the queue (" + reason + ")";
+  if (std::string fault = filter_fault(queue); !fault.empty()) return fault;
   if (!queue.isAttached()) return "the scheduler offers other commands than the PPD file lists";
   return {};
 }
@@ -38,11 +37,17 @@ ListedQueue look_at(Scheduler const& scheduler, Queue const& queue)
   return {"broken", std::move(attachment.problem)};
 }
 
+// The scheduler keeps the ribbon that the filter told, whatever becomes of the PPD file.
+bool was_asked_once(Queue const& queue) { return queue.ribbon.starts_with("Ribbon Type: "); }
+
 std::string as_line(Queue const& queue, ListedQueue const& listed)
 {
   std::string const name = printable(queue.name) + ": ";
   if (!listed.problem.empty()) return name + "broken: " + printable(listed.problem);
-  return name + (std::string_view(listed.attached) == "yes" ? "attached" : "not attached");
+  if (std::string_view(listed.attached) == "yes") return name + "attached";
+  return name + "not attached"
+         + (was_asked_once(queue) ? ", though it was; a new PPD file drops what attach put in"
+                                  : "");
 }
 
 nlohmann::ordered_json as_json_object(Queue const& queue, ListedQueue const& listed)

@@ -69,6 +69,19 @@ void add_list(CLI::App& app, bool& as_json)
   command->add_flag("--json", as_json, "As JSON");
 }
 
+// CLI11 reads 060 as 48, as C does.
+std::string fault_of_number(std::string const& text)
+{
+  bool const is_decimal = text.find_first_not_of("0123456789") == std::string::npos
+                          && (text.size() == 1 || !text.starts_with('0'));
+  return is_decimal ? std::string() : text + " is no decimal number";
+}
+
+CLI::Validator number_up_to(int most)
+{
+  return CLI::Validator(fault_of_number, {}) & CLI::Range(0, most);
+}
+
 void add_status(CLI::App& app, StatusOptions& options)
 {
   CLI::App* const command =
@@ -82,12 +95,15 @@ void add_status(CLI::App& app, StatusOptions& options)
       ->excludes(check);
   command->add_option("--warning", options.limits.warning, "A level below is low")
       ->type_name("PERCENT")
+      ->check(number_up_to(100))
       ->capture_default_str();
   command->add_option("--critical", options.limits.critical, "A level below is critical")
       ->type_name("PERCENT")
+      ->check(number_up_to(100))
       ->capture_default_str();
   command->add_option("--max-age", options.limits.max_age, "An older level is a warning")
-      ->type_name("SECONDS");
+      ->type_name("SECONDS")
+      ->check(number_up_to(std::numeric_limits<int>::max()));
   command->add_option("QUEUE", options.queues, "Names of queues; without one, all attached ones");
 }
 
@@ -153,22 +169,27 @@ int run(Arguments const& arguments, CLI::App const& command)
   return 2;
 }
 
-// CLI11 takes "[photo]" for a list of one. A mark at its end, which is in no queue's name,
-// keeps it whole.
+// CLI11 takes "[photo]" for a list of one, and "++" for the end of a command. A mark at its end,
+// which is in no queue's name, keeps it whole.
 constexpr char WHOLE = '\n';
+
+bool is_read_otherwise(std::string_view argument)
+{
+  return argument.starts_with('[') || argument.starts_with("++");
+}
 
 std::vector<std::string> marked_arguments(std::span<char*> arguments)
 {
   // The parser takes them from the last to the first.
   std::vector<std::string> marked(arguments.rbegin(), arguments.rend());
   for (std::string& argument : marked)
-    if (argument.starts_with('[')) argument += WHOLE;
+    if (is_read_otherwise(argument)) argument += WHOLE;
   return marked;
 }
 
 void unmark(std::string& argument)
 {
-  if (argument.starts_with('[') && argument.ends_with(WHOLE)) argument.pop_back();
+  if (is_read_otherwise(argument) && argument.ends_with(WHOLE)) argument.pop_back();
 }
 
 void unmark(Arguments& arguments)
@@ -176,6 +197,7 @@ void unmark(Arguments& arguments)
   for (auto* const queues : {&arguments.attach.queues, &arguments.detach.queues,
                              &arguments.status.queues, &arguments.ask.queues})
     for (std::string& queue : *queues) unmark(queue);
+  unmark(arguments.server);
   unmark(arguments.explain.file);
   if (arguments.attach.reason_texts) unmark(*arguments.attach.reason_texts);
 }
@@ -212,12 +234,17 @@ int main(int argc, char** argv)
     app.exit(answer);
     return is_output_written() ? 0 : 1;
   } catch (CLI::ParseError const& error) {
-    complain({}, command_line_error(app, error));
-    return 2;
+    std::string const what = command_line_error(app, error);
+    complain({}, what);
+    if (!arguments.status.check) return 2;
+    // A monitor takes 2 for a printer's trouble, and shows what stands on standard output.
+    say("VELMO UNKNOWN - " + printable(what));
+    return CHECK_UNKNOWN;
   }
   unmark(arguments);
   int const status = run(arguments, *app.get_subcommands().front());
   if (is_output_written()) return status;
+  if (arguments.status.check) return CHECK_UNKNOWN;
   if (status == 0) complain({}, "apart from that, what was asked for is done");
   return 1;
 }

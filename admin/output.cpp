@@ -22,8 +22,9 @@ std::string printable(std::string_view text)
     auto const ch = static_cast<unsigned char>(shown[i]);
     if ((ch < ' ' && ch != '\t') || ch == 0x7f) shown[i] = '?';
     // The control characters of ISO 8859 are c2 80 to c2 9f in UTF-8.
-    if (ch == 0xc2 && i + 1 < shown.size() && static_cast<unsigned char>(shown[i + 1]) < 0xa0)
-      shown.replace(i, 2, "?");
+    if (ch != 0xc2 || i + 1 == shown.size()) continue;
+    auto const next = static_cast<unsigned char>(shown[i + 1]);
+    if (next >= 0x80 && next < 0xa0) shown.replace(i, 2, "?");
   }
   return shown;
 }

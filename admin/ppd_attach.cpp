@@ -154,6 +154,14 @@ PpdChange put_in(std::string_view plain, std::vector<std::string> const& reasons
   return result(with_block(plain, records, rivals, lines));
 }
 
+// A quote that is never closed, or an early end, may hide a block from the reader of records.
+bool hides_a_block(std::string_view ppd, PpdRecords const& file)
+{
+  return (file.open_quote != 0 || file.last_line_read != 0)
+         && (ppd.find(BLOCK_BEGIN) != std::string_view::npos
+             || ppd.find(BLOCK_END) != std::string_view::npos);
+}
+
 bool is_our_line(PpdRecord const& record)
 {
   return record.has_value && names_our_filter(record)
@@ -190,7 +198,8 @@ PpdChange detach(std::string_view ppd)
 {
   PpdRecords const now = read_ppd_records(ppd);
   FoundBlock const found = find_block(now.records);
-  if (!found.damage.empty()) return refused(unfit_for_a_block(now, found));
+  bool const is_hidden = !found.block && hides_a_block(ppd, now);
+  if (!found.damage.empty() || is_hidden) return refused(unfit_for_a_block(now, found));
   if (!found.block) return result(std::string(ppd));
   return result(without_block(now.records, *found.block));
 }
@@ -200,6 +209,7 @@ Attachment read_attachment(std::string_view ppd)
   PpdRecords const file = read_ppd_records(ppd);
   FoundBlock const found = find_block(file.records);
   if (!found.damage.empty()) return {true, found.damage};
+  if (!found.block && hides_a_block(ppd, file)) return {true, unfit_for_a_block(file, found)};
   std::optional<std::string> problem = attachment_problem(file.records);
   if (!problem) return {true, {}};
   if (found.block || std::ranges::any_of(file.records, is_our_line))

@@ -29,14 +29,19 @@ void ask_for_attributes(Ipp const& request)
                 static_cast<int>(std::size(ATTRIBUTES)), nullptr, ATTRIBUTES);
 }
 
-// The values of a list, without the "none" that stands for an empty one.
 std::vector<std::string> texts(ipp_attribute_t* attribute)
 {
   std::vector<std::string> values;
-  for (int i = 0; i < ippGetCount(attribute); ++i) {
-    char const* const value = ippGetString(attribute, i, nullptr);
-    if (value && std::string_view(value) != "none") values.emplace_back(value);
-  }
+  for (int i = 0; i < ippGetCount(attribute); ++i)
+    if (char const* const value = ippGetString(attribute, i, nullptr)) values.emplace_back(value);
+  return values;
+}
+
+// A list of keywords, in which "none" stands for an empty one.
+std::vector<std::string> keywords(ipp_attribute_t* attribute)
+{
+  std::vector<std::string> values = texts(attribute);
+  std::erase(values, "none");
   return values;
 }
 
@@ -55,12 +60,12 @@ void read_attribute(ipp_attribute_t* attribute, Queue& queue)
   if (name == "member-names") queue.members = texts(attribute);
   if (name == "printer-state") queue.state = static_cast<ipp_pstate_t>(ippGetInteger(attribute, 0));
   if (name == "printer-state-message") queue.state_message = text(attribute);
-  if (name == "printer-state-reasons") queue.reasons = texts(attribute);
+  if (name == "printer-state-reasons") queue.reasons = keywords(attribute);
   if (name == "printer-is-accepting-jobs") queue.accepting = ippGetBoolean(attribute, 0) != 0;
   if (name == "queued-job-count") queue.jobs = ippGetInteger(attribute, 0);
   if (name == "device-uri") queue.device = text(attribute);
   if (name == "printer-make-and-model") queue.model = text(attribute);
-  if (name == "printer-commands") queue.commands = texts(attribute);
+  if (name == "printer-commands") queue.commands = keywords(attribute);
   if (name == "marker-levels") queue.level = ippGetInteger(attribute, 0);
   if (name == "marker-names") queue.ribbon = text(attribute);
   if (name == "marker-message") queue.message = text(attribute);

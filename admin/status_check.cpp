@@ -11,7 +11,9 @@ Severity checked(QueueStatus const& status, CheckLimits const& limits)
 {
   int const level = status.queue.level.value_or(-1);
   if (level >= 0 && level < limits.critical) return Severity::Critical;
-  Severity const severity = severity_of(status.verdict);
+  Severity severity = severity_of(status.verdict);
+  // The next job may be the first to find out.
+  if (!filter_fault(status.queue).empty()) severity = std::max(severity, Severity::Unknown);
   bool const is_old = limits.max_age && status.age && *status.age > *limits.max_age;
   return is_old ? std::max(severity, Severity::Warning) : severity;
 }
@@ -25,10 +27,7 @@ std::string words(QueueStatus const& status, CheckLimits const& limits)
     text += ", " + (reason.text.empty() ? reason.keyword : reason.text);
   if (limits.max_age && status.age && *status.age > *limits.max_age)
     text += ", asked " + std::to_string(*status.age) + " s ago";
-  // A bar would begin the figures.
-  std::string shown = printable(text);
-  std::ranges::replace(shown, '|', '/');
-  return shown;
+  return without_bars(text);
 }
 
 std::string figures(QueueStatus const& status, CheckLimits const& limits)
@@ -48,12 +47,18 @@ std::string figures(QueueStatus const& status, CheckLimits const& limits)
 
 }  // namespace
 
+std::string without_bars(std::string_view text)
+{
+  std::string shown = printable(text);
+  std::ranges::replace(shown, '|', '/');
+  return shown;
+}
+
 CheckLine status_check(QueueStatus const& status, CheckLimits const& limits)
 {
   constexpr char const* NAMES[] = {"OK", "WARNING", "UNKNOWN", "CRITICAL"};
   Severity const severity = checked(status, limits);
-  std::string name = printable(status.queue.name);
-  std::ranges::replace(name, '|', '/');
+  std::string const name = without_bars(status.queue.name);
   return {severity, std::string("VELMO ") + NAMES[static_cast<std::size_t>(severity)] + " - " + name
                         + ": " + words(status, limits) + " | " + figures(status, limits)};
 }

@@ -75,7 +75,7 @@ int show_check(Statuses const& found, CheckLimits const& limits)
     worst = std::max(worst, line.severity);
     say(line.text);
   }
-  for (std::string const& error : found.errors) say("VELMO UNKNOWN - " + printable(error));
+  for (std::string const& error : found.errors) say("VELMO UNKNOWN - " + without_bars(error));
   if (found.statuses.empty() && found.errors.empty()) say("VELMO UNKNOWN - no queue is attached");
   if (!found.errors.empty() || found.statuses.empty()) worst = std::max(worst, Severity::Unknown);
   return check_exit_status(worst);

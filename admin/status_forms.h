@@ -24,6 +24,9 @@ struct CheckLine {
   std::string text;
 };
 
+// A text fit for such a line: a bar would begin the figures.
+std::string without_bars(std::string_view text);
+
 // One line as the guidelines for monitoring plugins want it.
 CheckLine status_check(QueueStatus const& status, CheckLimits const& limits);
 

@@ -43,6 +43,14 @@ Verdict verdict_of(Queue const& queue, int low)
   return *queue.level < low ? Verdict::RibbonLow : Verdict::Ready;
 }
 
+std::string filter_fault(Queue const& queue)
+{
+  for (char const* reason : {"cups-missing-filter-warning", "cups-insecure-filter-warning"})
+    if (has_reason(queue, reason))
+      return std::string("the scheduler does not start a filter of the queue (") + reason + ")";
+  return {};
+}
+
 std::string verdict_text(Verdict verdict, char between)
 {
   constexpr char const* TEXTS[] = {

@@ -22,5 +22,8 @@ Verdict verdict_of(Queue const& queue, int low);
 // "ribbon used up"; with another character than a blank between the words.
 std::string verdict_text(Verdict verdict, char between = ' ');
 
+// Why the scheduler cannot start a filter of the queue; empty if it can start them all.
+std::string filter_fault(Queue const& queue);
+
 enum class Severity { Ok, Warning, Unknown, Critical };  // ascending
 Severity severity_of(Verdict verdict);

@@ -52,5 +52,6 @@ system_enter() {
       shift
       mount --bind "$root" "$root"
       mount -t proc proc "$root/proc"
+      mount -t devpts devpts "$root/dev/pts"
       exec chroot "$root" "$@"' - "$1")
 }

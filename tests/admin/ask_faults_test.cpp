@@ -134,8 +134,7 @@ TEST(AskFaults, AQueueThatStopsMeanwhileIsNotWaitedFor)
     fake.state = IPP_PSTATE_STOPPED;
     fake.message = "out of paper";
   };
-  EXPECT_EQ(sentence(fake),
-            "is stopped (out of paper); its printer is asked when it is enabled again");
+  EXPECT_EQ(sentence(fake), "is stopped (out of paper); cupsenable it, then velmoctl ask");
   EXPECT_TRUE(fake.is_job_cancelled);
 }
 
@@ -153,7 +152,7 @@ TEST(AskFaults, EachReasonToDeclineHasItsSentence)
   EXPECT_EQ(declined([](FakeScheduler& it) { it.ppd = "*% none"; }),
             "is not attached, so nothing asks its printer; see velmoctl attach");
   EXPECT_EQ(declined([](FakeScheduler& it) { it.state = IPP_PSTATE_STOPPED; }),
-            "is stopped; its printer is asked when it is enabled again");
+            "is stopped; cupsenable it, then velmoctl ask");
   EXPECT_EQ(declined([](FakeScheduler& it) { it.accepting = false; }),
             "rejects jobs; cupsaccept lets it take them");
 }

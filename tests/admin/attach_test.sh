@@ -194,6 +194,19 @@ ctl detach raster
 ctl attach --no-ask raster
 expect_part 'a device that gives no answers' "$errors" 'warning: the backend of a device file: passes no answers'
 
+# --- a filter that the scheduler cannot start
+make_queue missing "$RASTER"
+ctl attach --no-ask missing
+mv "$scheduler_dir/bin/filter/commandtovelmo" "$work/away"
+scheduler_client lpadmin -p missing -o job-sheets-default=none 2>/dev/null
+ctl attach --no-ask missing
+expect_refused 'a missing filter' 'the PPD file is as wanted, but the scheduler does not start a filter'
+ctl status --check missing
+expect_part 'a missing filter is unknown to a monitor' "$said" 'VELMO UNKNOWN - missing: '
+ctl detach missing
+expect_done 'detaching a queue without its filter'
+mv "$work/away" "$scheduler_dir/bin/filter/commandtovelmo"
+
 # --- the command line
 for arguments in '' frob 'attach' 'attach --frob raster' 'attach --reason-texts' 'list raster' \
   'attach --reason-texts x --no-reason-texts raster'; do

@@ -18,6 +18,14 @@ TEST(DeviceAdvice, OthersAreNamed)
         << device;
 }
 
+TEST(DeviceAdvice, OfUnknownOnesNothingIsSaidForSure)
+{
+  for (char const* device : {"dnssd://X._pdl-datastream._tcp.local/", "beh:/1/3/5/socket://h"})
+    EXPECT_NE(device_without_answers(device).find("may pass no answers"), std::string::npos)
+        << device;
+  EXPECT_EQ(device_without_answers("file:///dev/null").find("may"), std::string::npos);
+}
+
 TEST(DeviceAdvice, SnmpIsSwitchedOffBehindASlash)
 {
   EXPECT_EQ(device_without_snmp("socket://h"), "socket://h/?snmp=false");

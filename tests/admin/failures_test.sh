@@ -105,7 +105,7 @@ scheduler_client cancel -a busy
 make_queue output "$RASTER"
 ctl attach --no-ask output
 NOT_WRITTEN='velmoctl: standard output cannot be written: '
-for arguments in list 'list --json' status 'status --json' 'status --check' 'status --watch' \
+for arguments in list 'list --json' status 'status --json' 'status --watch' \
   'attach --no-ask output' 'attach --dry-run --no-reason-texts output' 'detach --dry-run output' \
   --help 'attach --help' --version; do
   export arguments
@@ -117,6 +117,10 @@ for arguments in list 'list --json' status 'status --json' 'status --check' 'sta
   expect_refused "a closed standard output: $arguments" "${NOT_WRITTEN}Bad file descriptor"
   expect "a closed standard output: $arguments: said once" "$(grep -c cannot <<<"$errors")" 1
 done
+# A monitor takes 1 for a warning.
+# shellcheck disable=SC2016
+run_ctl sh -c '"$1" status --check >/dev/full' - "$VELMOCTL"
+expect 'a full standard output: status --check: status' "$status" 3
 for command in detach 'attach --no-ask'; do
   export command
   # shellcheck disable=SC2016

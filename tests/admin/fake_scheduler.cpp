@@ -204,6 +204,9 @@ int __wrap_nanosleep(timespec const* time, timespec* /*rest*/)
   return 0;
 }
 
+#ifdef __clang__  // The name is that of a C++ function, by which the linker knows it.
+#pragma clang diagnostic ignored "-Wreturn-type-c-linkage"
+#endif
 std::chrono::steady_clock::time_point __wrap__ZNSt6chrono3_V212steady_clock3nowEv()
 {
   return std::chrono::steady_clock::time_point(paused);

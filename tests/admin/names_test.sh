@@ -9,7 +9,7 @@ cd "$work"
 printf -v longest 'n%.0s' {1..127}
 # shellcheck disable=SC2016 # names that a shell would expand
 for name in photo 'z|id>pwned|e;' 'a,b' 'a*b' '100%' '^x$' '%s%n' '$(id>pwned)' '`id>pwned`' 'a&b' \
-  '<x>' '[x]' '{a}' '!x' 'x=y' '@x' 'x+y' '~' '-lead' '--help' list attach QUEUE 'fö→' '日本語' "$longest"; do
+  '<x>' '[x]' '{a}' '!x' 'x=y' '@x' 'x+y' '++' '++a' '~' '-lead' '--help' list attach QUEUE 'fö→' '日本語' "$longest"; do
   make_queue "$name" "$RASTER"
   ctl attach --no-ask --dry-run -- "$name"
   expect_done "$name: a dry run"

@@ -9,6 +9,11 @@ TEST(Output, ControlCharactersAreNotShown)
   EXPECT_EQ(printable("\xc2\x9b"
                       "2J \xc2\xa0 \xc2"),
             "?2J \xc2\xa0 \xc2");
+  // Capital A with circumflex in ISO 8859-1.
+  EXPECT_EQ(printable("\xc2"
+                      "bc"),
+            "\xc2"
+            "bc");
 }
 
 TEST(Output, AShellTakesAQuotedWordAsItIs)

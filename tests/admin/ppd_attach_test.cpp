@@ -214,6 +214,17 @@ TEST(Attach, ReplacedLinesThatAreNoLinesWithoutTheirMarkAreRefused)
             "the PPD file has a second block behind its replaced lines");
 }
 
+TEST(Detach, ABlockThatAQuoteHidesIsRefusedAndBroken)
+{
+  std::string const hidden = "*A: \"1\n" + joined({BEGIN, END});
+  std::string const why =
+      "line 1 of the PPD file opens a quote that is never closed; close it first";
+  EXPECT_EQ(detach(hidden).refusal, why);
+  EXPECT_EQ(read_attachment(hidden).problem, why);
+  EXPECT_FALSE(read_attachment("*A: \"1\n").is_attached);
+  EXPECT_EQ(detach("*A: \"1\n").refusal, "");
+}
+
 TEST(Detach, GivesBackTheFileByteForByte)
 {
   for (std::string const& file :

@@ -71,6 +71,14 @@ ctl status --check nowhere asleep
 expect 'check: unknown' "$status" 3
 ctl -h "$scheduler_dir/nobody" status --check
 expect 'check: no scheduler' "$status $said" '3 VELMO UNKNOWN - scheduler not reachable'
+ctl status --check 'a|b=1;'
+expect_part 'check: no bar in front of the figures' "$said" 'VELMO UNKNOWN - a/b=1;: there is no such queue'
+for number in x 060 0x20 -5 101; do
+  ctl status --check --warning "$number"
+  expect "check: --warning $number is unknown to a monitor" "$status ${said:0:16}" '3 VELMO UNKNOWN - '
+  ctl status --warning "$number"
+  expect "--warning $number: a wrong command line" "$status" 2
+done
 
 # --- what the job is like: no banner, and nothing left behind
 wait_until 30 no_jobs photo

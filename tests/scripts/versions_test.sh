@@ -12,6 +12,10 @@ for program; do
   expect "${program##*/} --version" "$("$program" --version 2>&1)" "${program##*/} $version"
 done
 
+for page in commandtovelmo.8 velmoctl.1; do
+  expect "the version in packaging/$page" "$(sed -n 's/^\.Os //p' "$root/packaging/$page")" \
+    "commandtovelmo $version"
+done
 expect 'the first line of debian/changelog' "$(head -n 1 "$root/debian/changelog")" \
   "printer-driver-velmo-command ($version) unstable; urgency=medium"
 expect 'the version in packaging/commandtovelmo.spec' \
