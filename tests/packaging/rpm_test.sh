@@ -20,7 +20,7 @@ version=$(sed -n 's/^Version: *//p' "$spec")
 name=commandtovelmo-$version
 
 mkdir -p "$work/$name" "$work/SOURCES"
-cp -R "$root"/{CMakeLists.txt,LICENSE,admin,driver,protocol,report,diag,packaging} "$work/$name"
+cp -R "$root"/{CMakeLists.txt,LICENSE,admin,driver,protocol,report,diag,docs,packaging} "$work/$name"
 tar --create --gzip --directory "$work" --file "$work/SOURCES/$name.tar.gz" "$name"
 
 # Debian's RPM knows none of the packages that it is built with, strips no program and compresses
@@ -37,6 +37,10 @@ expect "what is in it, with modes and owners" \
   "$(asked --qf '[%{FILEMODES:perms} %{FILEUSERNAME}:%{FILEGROUPNAME} %{FILENAMES}\n]')" \
   "-rwxr-xr-x root:root /usr/bin/velmoctl
 -rwxr-xr-x root:root $programs/filter/commandtovelmo
+drwxr-xr-x root:root /usr/share/doc/commandtovelmo
+-rw-r--r-- root:root /usr/share/doc/commandtovelmo/json.md
+-rw-r--r-- root:root /usr/share/doc/commandtovelmo/velmoctl-list.schema.json
+-rw-r--r-- root:root /usr/share/doc/commandtovelmo/velmoctl-status.schema.json
 drwxr-xr-x root:root /usr/share/licenses/$name
 -rw-r--r-- root:root /usr/share/licenses/$name/LICENSE
 -rw-r--r-- root:root /usr/share/man/man1/velmoctl.1.gz
