@@ -260,6 +260,9 @@ TEST(StatusCheck, TheLimitsDecide)
   EXPECT_EQ(exit_status(queue_at(-1), {}), 3);
   EXPECT_EQ(exit_status(queue_at({}), {}), 3);
   EXPECT_EQ(exit_status(queue_at(50, {JAM}), {}), 2);
+  Queue stopped = queue_at(50);
+  stopped.state = IPP_PSTATE_STOPPED;
+  EXPECT_EQ(exit_status(stopped, {}), 2);
 }
 
 TEST(StatusCheck, ABarInATextIsNoBeginningOfFigures)
