@@ -260,6 +260,11 @@ TEST(StatusCheck, TheLimitsDecide)
   EXPECT_EQ(exit_status(queue_at(-1), {}), 3);
   EXPECT_EQ(exit_status(queue_at({}), {}), 3);
   EXPECT_EQ(exit_status(queue_at(50, {JAM}), {}), 2);
+  // The next ask may fail, or the next print.
+  for (char const* fault : {"cups-missing-filter-warning", "cups-insecure-filter-warning"}) {
+    EXPECT_EQ(exit_status(queue_at(50, {fault}), {}), 3) << fault;
+    EXPECT_EQ(exit_status(queue_at(2, {fault}), {}), 2) << fault;
+  }
   Queue stopped = queue_at(50);
   stopped.state = IPP_PSTATE_STOPPED;
   EXPECT_EQ(exit_status(stopped, {}), 2);
