@@ -79,11 +79,17 @@ ctl -h "127.0.0.1:$port" status photo
 expect_part 'over TCP: status' "$said" $'photo  ready\n'
 ctl -h "127.0.0.1:$port" ask photo
 expect_done 'over TCP: ask'
-ctl -h "127.0.0.1:$port" detach photo
-expect_done 'over TCP: detach'
-expect_unchanged 'over TCP: detach' photo
-ctl -h "127.0.0.1:$port" attach --no-ask photo
-expect_done 'over TCP: attach'
+# CUPS 2.4.20 does not find a certificate outside of its own folder.
+if scheduler_client setsid -w lpadmin -h "127.0.0.1:$port" -p other -D over-tcp 2>/dev/null </dev/null; then
+  ctl -h "127.0.0.1:$port" detach photo
+  expect_done 'over TCP: detach'
+  expect_unchanged 'over TCP: detach' photo
+  ctl -h "127.0.0.1:$port" attach --no-ask photo
+  expect_done 'over TCP: attach'
+else
+  ctl -h "127.0.0.1:$port" detach photo
+  expect_refused 'over TCP, as lpadmin is' 'does not let the user root do this'
+fi
 as nobody -h "127.0.0.1:$port" detach photo
 expect_refused 'over TCP: an ordinary user' 'does not let the user nobody do this'
 
