@@ -99,8 +99,8 @@ AskResult ask_printer(Scheduler const& scheduler, std::string const& name, int t
   if (!queue.queue) return {false, queue.error};
   if (std::string why = declined(*queue.queue); !why.empty()) return {false, std::move(why)};
 
-  // Who ends the program leaves no job of ours behind.
-  SignalHold const hold;
+  // Who ends the program leaves no job of ours behind, unless the scheduler does not answer.
+  SignalHold const hold(OpenRequests::End);
   std::optional<int> const joined = waiting_ask(scheduler, name);
   SentJob const job = joined ? SentJob{*joined, {}} : send_ask(scheduler, name);
   if (job.id == 0) return {false, job.error};

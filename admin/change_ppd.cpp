@@ -77,7 +77,7 @@ std::optional<ChangeResult> replace_ppd(Scheduler const& scheduler, Queue const&
                                         PpdEdit const& edit, std::string const& old,
                                         std::string const& wanted)
 {
-  SignalHold const hold;
+  SignalHold const hold(OpenRequests::GoOn);
   std::string const error = put_ppd(scheduler, before.name, wanted);
   Settled const settled = settle(scheduler, before);
   PpdAnswer const now = get_ppd(scheduler, before.name);

@@ -1,14 +1,20 @@
 // A connection to one scheduler, and the requests that are sent over it.
 #include "admin/scheduler.h"
 
+#include "admin/signal_hold.h"
+
 namespace {
 
 constexpr int CONNECT_MILLISECONDS = 10'000;
 // An upload may make the scheduler look for many filters before it answers.
-constexpr double ANSWER_SECONDS = 60;
+constexpr int ANSWER_SECONDS = 60;
 
-// Gives up a connection that has said nothing for so long.
-int give_up(http_t* /*http*/, void* /*data*/) { return 0; }
+// Called after each second without a byte from the scheduler; 0 gives the connection up.
+int is_worth_waiting(http_t* /*http*/, void* data)
+{
+  int& seconds_left = *static_cast<int*>(data);
+  return --seconds_left > 0 && !SignalHold::endsRequests() ? 1 : 0;
+}
 
 // In our own words: libcups would answer in the language of the environment.
 std::string error_text(ipp_status_t status)
@@ -49,7 +55,6 @@ Scheduler connect(std::string const& server)
   Scheduler scheduler{server.empty() ? cupsServer() : server, nullptr};
   scheduler.http.reset(httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(),
                                     1, CONNECT_MILLISECONDS, nullptr));
-  if (scheduler.http) httpSetTimeout(scheduler.http.get(), ANSWER_SECONDS, give_up, nullptr);
   return scheduler;
 }
 
@@ -76,9 +81,12 @@ Ipp make_request(ipp_op_t operation, std::string const& queue)
 
 Answer send(Scheduler const& scheduler, Ipp request, char const* resource, int in, int out)
 {
+  int seconds_left = ANSWER_SECONDS;
+  httpSetTimeout(scheduler.http.get(), 1, is_worth_waiting, &seconds_left);
   Answer answer{Ipp(cupsDoIORequest(scheduler.http.get(), request.release(), resource, in, out)),
                 IPP_STATUS_OK,
                 {}};
+  httpSetTimeout(scheduler.http.get(), 0, nullptr, nullptr);
   answer.status = answer.ipp ? ippGetStatusCode(answer.ipp.get()) : cupsLastError();
   if (!answer.ipp && answer.status < IPP_STATUS_ERROR_BAD_REQUEST)
     answer.status = IPP_STATUS_ERROR_SERVICE_UNAVAILABLE;

@@ -74,4 +74,15 @@ expect 'interrupted while it waits with another: ended by it' "$status" 130
 expect "interrupted while it waits with another: the other's job stays" "$(jobs_of busy)" 2
 scheduler_client cancel -a busy
 wait "$first" || true
+
+# --- a scheduler that hangs: who ends the program need not wait until it gives up, a minute later
+has_ended() { ! kill -0 "$1" 2>/dev/null; }
+export scheduler_pid
+# shellcheck disable=SC2016 # for the shell that runs it
+hooked '[ "$REQUEST" != 5 ] || kill -STOP "$scheduler_pid"; [ "$REQUEST" != 5 ] || kill -TERM "$VELMOCTL"' ask busy &
+first=$!
+heard=no
+if wait_until 45 has_ended "$first"; then heard=yes; fi
+kill -CONT "$scheduler_pid"
+expect 'interrupted while the scheduler hangs: ended before it goes on' "$heard" yes
 expect_end
