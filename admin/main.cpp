@@ -149,6 +149,7 @@ int with_scheduler(Arguments const& arguments, CLI::App const& command)
     return CHECK_UNKNOWN;
   }
   if (!scheduler.http) {
+    if (arguments.status.json) say(unreachable_json(arguments.status.queues));
     complain({}, "the scheduler at " + scheduler.server
                      + " cannot be reached; start it, or name another with -h");
     return 1;

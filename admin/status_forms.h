@@ -13,6 +13,10 @@ std::string status_text(QueueStatus const& status, bool in_colour);
 // An array, one object a queue; null is what is not known.
 std::string status_json(std::vector<QueueStatus> const& statuses);
 
+// The same without a scheduler, for the queues that were named; without a name one object stands
+// for all.
+std::string unreachable_json(std::vector<std::string> const& names);
+
 struct CheckLimits {
   int warning = 10;            // levels below are low
   int critical = 3;            // levels below are critical

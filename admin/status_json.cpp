@@ -47,12 +47,35 @@ Json status_object(QueueStatus const& status)
   return object;
 }
 
+Json unreachable_object(Json const& name)
+{
+  Json object = status_object({});
+  for (auto& [member, value] : object.items())
+    if (!value.is_array()) value = nullptr;
+  object["queue"] = name;
+  object["verdict"] = "scheduler-not-reachable";
+  return object;
+}
+
+// Bytes that are no UTF-8 are shown as such, not taken for the end of the program.
+std::string dump(Json const& array)
+{
+  return array.dump(2, ' ', false, Json::error_handler_t::replace);
+}
+
 }  // namespace
 
 std::string status_json(std::vector<QueueStatus> const& statuses)
 {
   Json array = Json::array();
   for (QueueStatus const& status : statuses) array.push_back(status_object(status));
-  // Bytes that are no UTF-8 are shown as such, not taken for the end of the program.
-  return array.dump(2, ' ', false, Json::error_handler_t::replace);
+  return dump(array);
+}
+
+std::string unreachable_json(std::vector<std::string> const& names)
+{
+  Json array = Json::array();
+  for (std::string const& name : names) array.push_back(unreachable_object(name));
+  if (names.empty()) array.push_back(unreachable_object(nullptr));
+  return dump(array);
 }

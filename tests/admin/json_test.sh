@@ -59,6 +59,17 @@ expect_valid does-not-answer photo
 scheduler_client cupsdisable -r 'out for lunch' photo
 scheduler_client cupsreject photo
 expect_valid queue-stopped photo
+
+# --- a scheduler that is not there: a program reads the same array, with nothing known in it
+ctl -h "$scheduler_dir/nobody" status --json photo booth
+expect_refused 'no scheduler' "velmoctl: the scheduler at $scheduler_dir/nobody cannot be reached"
+expect_that 'no scheduler: fits the schema' validate "$STATUS" <<<"$said"
+expect 'no scheduler: queues' "$(sed -n 's/^    "queue": "\(.*\)",$/\1/p' <<<"$said")" $'photo\nbooth'
+sed -n 's/^    "verdict": "\(.*\)",$/\1/p' <<<"$said" | uniq >>"$work/verdicts"
+ctl -h "$scheduler_dir/nobody" status --json
+expect_that 'no scheduler, no queue: fits the schema' validate "$STATUS" <<<"$said"
+expect_part 'no scheduler, no queue' "$said" '"queue": null,'
+
 expect 'every verdict of the schema was seen' "$(LC_ALL=C sort "$work/verdicts")" \
   "$(validate --verdicts "$STATUS")"
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/harness/same_text.h"
+
 namespace {
 
 // An attached queue with half a ribbon, asked two minutes ago.
@@ -223,6 +225,35 @@ TEST(StatusJson, NumbersAreNumbersAndWhatIsAbsentIsNull)
   }
 ])");
   EXPECT_EQ(status_json({}), "[]");
+}
+
+TEST(StatusJson, WithoutASchedulerNothingElseIsKnown)
+{
+  std::string const all = R"([
+  {
+    "queue": null,
+    "verdict": "scheduler-not-reachable",
+    "state": null,
+    "state_message": null,
+    "accepting": null,
+    "jobs": null,
+    "level": null,
+    "level_raw": null,
+    "ribbon": null,
+    "prints_left": null,
+    "prints_total": null,
+    "age_seconds": null,
+    "reasons": [],
+    "attached": null,
+    "device": null
+  }
+])";
+  EXPECT_TEXT(unreachable_json({}), all);
+  std::string one = all;
+  one.replace(one.find("null"), 4, "\"photo\"");
+  EXPECT_TEXT(unreachable_json({"photo"}), one);
+  std::string const two = unreachable_json({"photo", "booth\xff"});
+  EXPECT_LT(two.find("\"photo\""), two.find("\"booth\xef\xbf\xbd\""));
 }
 
 TEST(StatusJson, EveryStateHasItsName)
