@@ -45,14 +45,15 @@ expect_that "it is configured as it comes" configure 'as it comes'
 expect_that "it is built" build 'as it comes'
 programs=$(cups-config --serverbin)
 expect "the filter is where the scheduler looks, and the modes are right under umask 077" \
-  "$(installed 'as it comes' 077 | grep -E '^755 |^644 ' | grep -E '/(bin|man.|commandtovelmo.*|velmoctl.*|json.md)$')" \
+  "$(installed 'as it comes' 077 | grep -E '^755 |^644 ' | grep -E '/(bin|man.|docs|commandtovelmo.*|velmoctl.*|json.md)$')" \
   "755 ${programs#/}/filter/commandtovelmo
 755 usr/local/bin
 755 usr/local/bin/velmoctl
 755 usr/local/share/doc/commandtovelmo
-644 usr/local/share/doc/commandtovelmo/json.md
-644 usr/local/share/doc/commandtovelmo/velmoctl-list.schema.json
-644 usr/local/share/doc/commandtovelmo/velmoctl-status.schema.json
+755 usr/local/share/doc/commandtovelmo/docs
+644 usr/local/share/doc/commandtovelmo/docs/json.md
+644 usr/local/share/doc/commandtovelmo/docs/velmoctl-list.schema.json
+644 usr/local/share/doc/commandtovelmo/docs/velmoctl-status.schema.json
 755 usr/local/share/man/man1
 644 usr/local/share/man/man1/velmoctl.1
 755 usr/local/share/man/man8

@@ -38,9 +38,10 @@ expect "what is in it, with modes and owners" \
   "-rwxr-xr-x root:root /usr/bin/velmoctl
 -rwxr-xr-x root:root $programs/filter/commandtovelmo
 drwxr-xr-x root:root /usr/share/doc/commandtovelmo
--rw-r--r-- root:root /usr/share/doc/commandtovelmo/json.md
--rw-r--r-- root:root /usr/share/doc/commandtovelmo/velmoctl-list.schema.json
--rw-r--r-- root:root /usr/share/doc/commandtovelmo/velmoctl-status.schema.json
+drwxr-xr-x root:root /usr/share/doc/commandtovelmo/docs
+-rw-r--r-- root:root /usr/share/doc/commandtovelmo/docs/json.md
+-rw-r--r-- root:root /usr/share/doc/commandtovelmo/docs/velmoctl-list.schema.json
+-rw-r--r-- root:root /usr/share/doc/commandtovelmo/docs/velmoctl-status.schema.json
 drwxr-xr-x root:root /usr/share/licenses/$name
 -rw-r--r-- root:root /usr/share/licenses/$name/LICENSE
 -rw-r--r-- root:root /usr/share/man/man1/velmoctl.1.gz
