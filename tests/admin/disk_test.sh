@@ -7,7 +7,7 @@ set -eu
 
 if [[ $EUID -ne 0 ]]; then
   echo 'not run: only root can give the scheduler a small disk'
-  exit 0
+  exit 77
 fi
 
 make_queue photo "$RASTER"

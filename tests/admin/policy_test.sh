@@ -7,7 +7,7 @@ set -eu
 
 if [[ $EUID -ne 0 ]]; then
   echo 'not run: only root can become the users that the policy tells apart'
-  exit 0
+  exit 77
 fi
 
 # --- the scheduler once more, under the shipped policy; the group games stands for lpadmin
