@@ -98,7 +98,9 @@ TEST(LogFailures, EveryMessageOfATableRowIsSaidByTheFilter)
 
 TEST(LogFailures, TheFirstThatFitsCounts)
 {
-  EXPECT_EQ(find_log_failure("fflush() failed.")->cause, "the backend has ended");
+  LogFailure const* const failed_flush = find_log_failure("fflush() failed.");
+  ASSERT_NE(failed_flush, nullptr);
+  EXPECT_EQ(failed_flush->cause, "the backend has ended");
   EXPECT_EQ(find_log_failure("fflush() failed"), nullptr);
   for (LogFailure const& failure : log_failures())
     EXPECT_EQ(find_log_failure(failure.message), &failure) << failure.message;
