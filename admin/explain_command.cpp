@@ -43,6 +43,13 @@ int complain_about(std::string const& file, std::string const& what)
   return 1;
 }
 
+std::string not_opened(int error)
+{
+  return std::string("cannot be read: ") + std::strerror(error)
+         + (error == EACCES ? "; read it as root"
+                            : "; name the file that ErrorLog in cups-files.conf names");
+}
+
 }  // namespace
 
 int run_explain(ExplainOptions const& options)
@@ -53,10 +60,7 @@ int run_explain(ExplainOptions const& options)
   errno = 0;
   cups_file_t* const file =
       is_input ? cupsFileOpenFd(STDIN_FILENO, "r") : cupsFileOpen(options.file.c_str(), "r");
-  if (!file)
-    return complain_about(name, std::string("cannot be read: ") + std::strerror(errno)
-                                    + "; read it as root, or name the file that ErrorLog in "
-                                      "cups-files.conf names");
+  if (!file) return complain_about(name, not_opened(errno));
   LogExplainer explainer(options.job);
   bool is_written = true;
   std::string const error = explain(file, explainer, is_written);

@@ -46,8 +46,9 @@ std::string as_line(Queue const& queue, ListedQueue const& listed)
   if (!listed.problem.empty()) return name + "broken: " + printable(listed.problem);
   if (std::string_view(listed.attached) == "yes") return name + "attached";
   return name + "not attached"
-         + (was_asked_once(queue) ? ", though it was; a new PPD file drops what attach put in"
-                                  : "");
+         + (was_asked_once(queue)
+                ? ", though it was: detached, or a new PPD file dropped what attach put in"
+                : "");
 }
 
 nlohmann::ordered_json as_json_object(Queue const& queue, ListedQueue const& listed)

@@ -44,9 +44,10 @@ void add_attach(CLI::App& app, AttachOptions& options)
   add_change_rules(*command, options.rules);
   command->add_flag("--replace", options.replace,
                     "Replace a command filter, commands or texts that the PPD file has");
-  auto* const texts = command->add_option("--reason-texts", options.reason_texts,
-                                          "Texts for the printer's errors, lines of KEYWORD TEXT; "
-                                          "- is standard input");
+  auto* const texts =
+      command->add_option("--reason-texts", options.reason_texts,
+                          "Texts for the printer's errors in place of earlier ones, "
+                          "lines of KEYWORD TEXT; - is standard input");
   texts->type_name("FILE");
   command->add_flag("--no-reason-texts", options.no_reason_texts, "Take out texts given earlier")
       ->excludes(texts);
@@ -87,8 +88,10 @@ void add_status(CLI::App& app, StatusOptions& options)
   CLI::App* const command =
       app.add_subcommand("status", "Show ribbon and errors as the scheduler knows them");
   auto* const json = command->add_flag("--json", options.json, "As JSON");
-  auto* const check = command->add_flag(
-      "--check", options.check, "As a monitoring plugin: one line a queue, exit status 0 to 3");
+  auto* const check =
+      command->add_flag("--check", options.check,
+                        "As a monitoring plugin: one line a queue, exit status 0 OK, 1 warning, 2 "
+                        "critical, 3 unknown");
   json->excludes(check);
   command->add_flag("--watch", options.watch, "Draw it again every 2 seconds")
       ->excludes(json)
@@ -97,11 +100,13 @@ void add_status(CLI::App& app, StatusOptions& options)
       ->type_name("PERCENT")
       ->check(number_up_to(100))
       ->capture_default_str();
-  command->add_option("--critical", options.limits.critical, "A level below is critical")
+  command
+      ->add_option("--critical", options.limits.critical, "With --check: a level below is critical")
       ->type_name("PERCENT")
       ->check(number_up_to(100))
       ->capture_default_str();
-  command->add_option("--max-age", options.limits.max_age, "An older level is a warning")
+  command
+      ->add_option("--max-age", options.limits.max_age, "With --check: an older level is a warning")
       ->type_name("SECONDS")
       ->check(number_up_to(std::numeric_limits<int>::max()));
   command->add_option("QUEUE", options.queues, "Names of queues; without one, all attached ones");

@@ -33,7 +33,8 @@ bool is_control(char ch) { return static_cast<unsigned char>(ch) < ' ' || ch == 
 // What is wrong with a line; empty if nothing is.
 std::string fault_of(ReasonText const& line, std::vector<ReasonText> const& before)
 {
-  if (!is_reason_keyword(line.keyword)) return "the first word is none of the filter's keywords";
+  if (!is_reason_keyword(line.keyword))
+    return "the first word is none of the filter's keywords, such as com.velmo-error0001";
   if (std::ranges::any_of(before, [&](auto const& it) { return it.keyword == line.keyword; }))
     return "a second text for " + line.keyword;
   if (line.text.empty()) return "no text behind " + line.keyword;

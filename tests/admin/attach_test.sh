@@ -146,7 +146,7 @@ ctl attach --no-ask texts
 expect_that 'texts stay when none are given' cmp "$work/with-texts" "$(ppd texts)"
 printf 'com.velmo-error0002 A\ncom.velmo-error0099 B\n' >"$work/bad"
 ctl attach --no-ask --reason-texts "$work/bad" texts
-expect_refused 'a bad text' "velmoctl: $work/bad:2: the first word is none of the filter's keywords"
+expect_refused 'a bad text' "velmoctl: $work/bad:2: the first word is none of the filter's keywords, such as com.velmo-error0001"
 ctl attach --no-ask --reason-texts "$work/none" texts
 expect_refused 'no such file of texts' "velmoctl: $work/none: cannot be read: No such file"
 expect_that 'refused texts change nothing' cmp "$work/with-texts" "$(ppd texts)"

@@ -144,7 +144,7 @@ scheduler_client cancel -a
 
 # --- what cannot be done
 ctl explain "$work/nowhere"
-expect_refused 'no file' "velmoctl: $work/nowhere: cannot be read: No such file or directory; "
+expect_refused 'no file' "velmoctl: $work/nowhere: cannot be read: No such file or directory; name the file"
 ctl explain "$work"
 expect_refused 'a folder' "velmoctl: $work: cannot be read to its end: Is a directory"
 ctl explain --job 99 "$scheduler_log"

@@ -81,6 +81,10 @@ expect_that 'list: fits the schema' validate "$LIST" <<<"$said"
 expect 'list: each way to stand' "$(sed -n 's/^    "attached": "\(.*\)",$/\1/p' <<<"$said" | LC_ALL=C sort)" \
   $'broken\nno\nyes'
 
+ctl detach photo
+ctl list
+expect_part 'list: detached' "$said" 'photo: not attached, though it was: detached, or a new PPD file dropped what attach put in'
+
 # --- no queues at all
 scheduler_client lpadmin -x photo -x other -x fence
 for name in other fence; do scheduler_client lpadmin -x "$name" 2>/dev/null || true; done
