@@ -10,18 +10,20 @@ from contextlib import contextmanager, suppress
 from functools import cache
 
 # The test programs, the fastest to find a mistake first, and where a build puts them.
-RINGS = {
+FILTER = {
     "unit_test": "tests/unit_test",
     "reason_slots_test": "tests/reason_slots_test",
     "program_test": "tests/program/program_test",
+}
+VELMOCTL = {
+    "admin_test": "tests/admin/admin_test",
+    "admin_requests_test": "tests/admin/admin_requests_test",
 }
 COMMON = [
     "-DCMAKE_BUILD_TYPE=Debug",
     "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST",
     "-DCMAKE_CXX_FLAGS=-Werror=return-type",
     "-DCMAKE_CXX_COMPILER_LAUNCHER=",  # no mistake is compiled twice: a cache only costs time
-    "-DVELMO_ADMIN=OFF",
-    "-DVELMO_SIMULATOR=OFF",
 ]
 PLAIN = (*COMMON, "-DCMAKE_CXX_FLAGS_DEBUG=-O0")
 # Sees what is wrong in memory only. It reserves far more memory than it uses.
@@ -33,6 +35,7 @@ SANITIZED = (
 
 BUILD_LIMIT = 1800  # seconds
 TEST_LIMIT = 60  # seconds for one test program; a mistake that makes it take longer is found
+CPU_LIMIT = 10  # of processor time, as a loop without end takes it
 MEMORY_LIMIT = 4 << 30
 FILE_LIMIT = 256 << 20
 
@@ -66,8 +69,9 @@ class RedTree(Exception):
 
 
 class Build:
-    def __init__(self, tree, options):
+    def __init__(self, tree, options, rings):
         self.tree = tree
+        self.rings = rings
         self.directory = tree / "build"
         self.reserves_memory = options == SANITIZED
         configure = ["cmake", "-G", "Ninja", "-S", tree, "-B", self.directory, *options]
@@ -80,10 +84,11 @@ class Build:
         resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
         if not self.reserves_memory:
             resource.setrlimit(resource.RLIMIT_AS, (MEMORY_LIMIT, MEMORY_LIMIT))
+            resource.setrlimit(resource.RLIMIT_CPU, (CPU_LIMIT, CPU_LIMIT))
 
     def verdict(self):
         """What the rings say of the tree as it is now; the first that is red ends it."""
-        for target, path in RINGS.items():
+        for target, path in self.rings.items():
             if not succeeds(["ninja", "-C", self.directory, "-j1", target], BUILD_LIMIT):
                 return NOT_COMPILED
             test = [self.directory / path, "--gtest_brief=1", "--gtest_fail_fast"]
@@ -101,17 +106,18 @@ class Build:
 
 
 @cache
-def own_build(folder, options):
+def own_build(folder, options, product):
     """The build of this process, in a copy of the tree that no other one touches."""
-    tree = folder / f"worker-{os.getpid()}"
+    tree = folder / f"worker-{os.getpid()}-{product}"
     shutil.copytree(folder / "tree", tree)
-    build = Build(tree, options)
+    build = Build(tree, options, VELMOCTL if product == "velmoctl" else FILTER)
     if build.verdict() != SURVIVED:
         raise RedTree("the tree does not build, or its tests are red, without a mistake")
     return build
 
 
 def verdict_with(folder, options, mistake):
-    build = own_build(folder, options)
+    product = "velmoctl" if mistake.file.startswith("admin/") else "filter"
+    build = own_build(folder, options, product)
     with build.made(mistake):
         return build.verdict()
