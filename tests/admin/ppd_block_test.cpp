@@ -77,6 +77,6 @@ TEST(PpdBlock, AMissingLineEndStaysWhenLinesFollow)
 
 TEST(PpdBlock, EachLineOfARecordIsMarked)
 {
-  EXPECT_EQ(marked_as_replaced("*A: \"1\r2\"\n"),
-            "*% velmoctl replaced *A: \"1\r*% velmoctl replaced 2\"\n");
+  EXPECT_EQ(marked_as_replaced("*A: \"1\r2\n3\"\n"),
+            "*% velmoctl replaced *A: \"1\r*% velmoctl replaced 2\n*% velmoctl replaced 3\"\n");
 }
