@@ -55,6 +55,11 @@ bool takes_commands(Filter const& filter)
          && (filter.type.starts_with('*') || same_keyword(filter.type, COMMAND_TYPE));
 }
 
+bool has_wildcard(Filter const& filter)
+{
+  return filter.super.starts_with('*') || filter.type.starts_with('*');
+}
+
 // *cupsFilter counts in exactly this spelling, *cupsFilter2 in any case.
 bool is_filter_line(PpdRecord const& record, FilterLines lines)
 {
@@ -67,7 +72,7 @@ bool is_filter_line(PpdRecord const& record, FilterLines lines)
 bool offers_commands(PpdRecord const& record)
 {
   std::optional<Filter> const filter = parse_filter(record.value);
-  return filter && takes_commands(*filter) && !has_wildcard(record);
+  return filter && takes_commands(*filter) && !has_wildcard(*filter);
 }
 
 std::vector<std::string> words(std::string_view value)
@@ -108,12 +113,6 @@ bool names_our_filter(PpdRecord const& record)
   std::string_view program = without_limit(filter->program);
   if (program.starts_with('/')) program.remove_prefix(program.rfind('/') + 1);
   return program == FILTER_NAME;
-}
-
-bool has_wildcard(PpdRecord const& record)
-{
-  std::optional<Filter> const filter = parse_filter(record.value);
-  return filter && (filter->super.starts_with('*') || filter->type.starts_with('*'));
 }
 
 PpdRecord const* command_list(std::vector<PpdRecord> const& records)

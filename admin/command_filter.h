@@ -24,9 +24,6 @@ PpdRecord const* command_filter(std::vector<PpdRecord> const& records);
 // Whether the record's filter is commandtovelmo.
 bool names_our_filter(PpdRecord const& record);
 
-// Whether the record's filter takes other jobs than command jobs as well.
-bool has_wildcard(PpdRecord const& record);
-
 // The record that lists the commands on offer; the first one counts. Null: there is none.
 PpdRecord const* command_list(std::vector<PpdRecord> const& records);
 

@@ -14,11 +14,6 @@ using Records = std::vector<PpdRecord>;
 
 PpdChange result(std::string ppd) { return {std::move(ppd), {}, {}}; }
 
-bool is_reason_text(PpdRecord const& record)
-{
-  return record.has_value && same_keyword(record.keyword, "cupsIPPReason");
-}
-
 PpdChange refused(std::string why, std::vector<std::string> rivals = {})
 {
   return {{}, std::move(why), std::move(rivals)};
@@ -164,7 +159,7 @@ bool hides_a_block(std::string_view ppd, PpdRecords const& file)
 
 bool is_our_line(PpdRecord const& record)
 {
-  return record.has_value && names_our_filter(record)
+  return names_our_filter(record)
          && (same_keyword(record.keyword, "cupsFilter")
              || same_keyword(record.keyword, "cupsFilter2"));
 }

@@ -124,6 +124,11 @@ PpdRecords read_ppd_records(std::string_view ppd)
   return result;
 }
 
+bool is_reason_text(PpdRecord const& record)
+{
+  return record.has_value && same_keyword(record.keyword, "cupsIPPReason");
+}
+
 bool same_keyword(std::string_view one, std::string_view other)
 {
   auto const lower = [](char ch) {

@@ -27,6 +27,9 @@ struct PpdRecords {
 // The records point into `ppd`, which has to outlive them.
 PpdRecords read_ppd_records(std::string_view ppd);
 
+// Whether the record gives one of the printer's reasons its text: option and text of the record.
+bool is_reason_text(PpdRecord const& record);
+
 // Where the line that begins at `from` ends, its line end (CR, LF or both) included.
 std::size_t end_of_line(std::string_view ppd, std::size_t from);
 

@@ -5,16 +5,6 @@
 
 #include "admin/command_filter.h"
 
-namespace {
-
-bool is_reason_text(PpdRecord const& record, std::string_view keyword)
-{
-  return record.has_value && same_keyword(record.keyword, "cupsIPPReason")
-         && same_keyword(record.option, keyword);
-}
-
-}  // namespace
-
 std::vector<std::size_t> ppd_rivals(std::vector<PpdRecord> const& plain,
                                     std::vector<std::string> const& block)
 {
@@ -30,16 +20,17 @@ std::vector<std::size_t> ppd_rivals(std::vector<PpdRecord> const& plain,
     rivals.push_back(place);
     all[place].has_value = false;
   };
-  // Ours at the end is always among them, so the loops end there.
-  for (auto const* it = command_filter(all); it && !names_our_filter(*it); it = command_filter(all))
+  // Ours at the end are always among them, so the loops end there.
+  for (auto const* it = command_filter(all); !names_our_filter(*it); it = command_filter(all))
     set_aside(*it);
-  for (auto const* it = command_list(all); it && !lists_our_commands(it->value);
-       it = command_list(all))
+  for (auto const* it = command_list(all); !lists_our_commands(it->value); it = command_list(all))
     set_aside(*it);
-  for (PpdRecord const& reason : ours.records)
+  for (PpdRecord const& reason : ours.records) {
+    if (!is_reason_text(reason)) continue;
     for (std::size_t i = 0; i < plain.size(); ++i)
-      if (is_reason_text(reason, reason.option) && is_reason_text(plain[i], reason.option))
+      if (is_reason_text(plain[i]) && same_keyword(plain[i].option, reason.option))
         set_aside(all[i]);
+  }
   std::ranges::sort(rivals);
   return rivals;
 }

@@ -10,5 +10,6 @@
 // The records that have to give way to these lines at the end of the file, by their place and
 // ascending: every filter that gets command jobs instead of ours, every other list of
 // commands, every other text for a keyword that is given one.
+// REQUIRES: the block lists our commands and names our filter in the form that counts in `plain`.
 std::vector<std::size_t> ppd_rivals(std::vector<PpdRecord> const& plain,
                                     std::vector<std::string> const& block);

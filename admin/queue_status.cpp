@@ -63,8 +63,7 @@ std::vector<std::string> codes_of(std::string_view keyword)
 std::string text_of(std::string_view keyword, std::vector<PpdRecord> const& records)
 {
   for (PpdRecord const& record : records)
-    if (record.has_value && same_keyword(record.keyword, "cupsIPPReason")
-        && same_keyword(record.option, keyword))
+    if (is_reason_text(record) && same_keyword(record.option, keyword))
       return decoded(record.text, ppd_encoding(records));
   return {};
 }

@@ -21,11 +21,10 @@ std::string value_of(std::string const& info, std::string const& name)
 
 std::string error_meaning(PrinterState const& state)
 {
-  if (state == PrinterState::Good()) return "no error";
   if (state == PrinterState::InternalSupplyLow())
     return "no prints left, which hides the printer's own code";
   for (PrinterStateReason const& row : PRINTER_STATE_REASONS)
-    if (state == &row.code && row.reasons[0]) return row.reasons[0];
+    if (state == &row.code) return row.reasons[0] ? row.reasons[0] : "no error";
   return std::string("a code that is not in the table, ") + UNDEFINED_ERROR_REASON;
 }
 

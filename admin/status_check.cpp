@@ -6,6 +6,13 @@
 
 namespace {
 
+// The level's age if that is above its limit.
+std::optional<int> excessive_age(QueueStatus const& status, CheckLimits const& limits)
+{
+  if (!limits.max_age || !status.age || *status.age <= *limits.max_age) return std::nullopt;
+  return status.age;
+}
+
 // How grave the verdict is under these limits.
 Severity checked(QueueStatus const& status, CheckLimits const& limits)
 {
@@ -14,8 +21,7 @@ Severity checked(QueueStatus const& status, CheckLimits const& limits)
   Severity severity = severity_of(status.verdict);
   // The next job may be the first to find out.
   if (!filter_fault(status.queue).empty()) severity = std::max(severity, Severity::Unknown);
-  bool const is_old = limits.max_age && status.age && *status.age > *limits.max_age;
-  return is_old ? std::max(severity, Severity::Warning) : severity;
+  return excessive_age(status, limits) ? std::max(severity, Severity::Warning) : severity;
 }
 
 std::string words(QueueStatus const& status, CheckLimits const& limits)
@@ -25,8 +31,8 @@ std::string words(QueueStatus const& status, CheckLimits const& limits)
     text += ", ribbon " + std::to_string(*status.queue.level) + " %";
   for (ShownReason const& reason : status.reasons)
     text += ", " + (reason.text.empty() ? reason.keyword : reason.text);
-  if (limits.max_age && status.age && *status.age > *limits.max_age)
-    text += ", asked " + std::to_string(*status.age) + " s ago";
+  if (std::optional<int> const age = excessive_age(status, limits))
+    text += ", asked " + std::to_string(*age) + " s ago";
   return without_bars(text);
 }
 

@@ -33,7 +33,7 @@ Json status_object(QueueStatus const& status)
   object["accepting"] = queue.accepting;
   object["jobs"] = queue.jobs;
   // Below zero the level says why there is none.
-  object["level"] = number(queue.level && *queue.level >= 0 ? queue.level : std::nullopt);
+  object["level"] = number(queue.level >= 0 ? queue.level : std::nullopt);
   object["level_raw"] = number(queue.level);
   object["ribbon"] = text(status.ribbon);
   object["prints_left"] = status.prints ? Json(status.prints->left) : Json(nullptr);

@@ -22,10 +22,9 @@ std::string gauge(int level)
   return text + std::to_string(level) + " %";
 }
 
-std::string ribbon_line(QueueStatus const& status)
+std::string ribbon_line(QueueStatus const& status, int level)
 {
-  std::optional<int> const level = status.queue.level;
-  std::string text = level && *level >= 0 ? gauge(*level) : "level not known";
+  std::string text = level >= 0 ? gauge(level) : "level not known";
   if (status.prints)
     text += "   " + std::to_string(status.prints->left) + " of "
             + std::to_string(status.prints->total) + " prints";
@@ -66,7 +65,7 @@ std::string status_text(QueueStatus const& status, bool in_colour)
   std::string const word = verdict_text(status.verdict);
   std::string text = printable(queue.name) + "  "
                      + (in_colour ? coloured(word, severity_of(status.verdict)) : word) + "\n";
-  if (queue.level) text += line("Ribbon", ribbon_line(status));
+  if (queue.level) text += line("Ribbon", ribbon_line(status, *queue.level));
   text += line("Asked", status.age ? age_text(*status.age) : "never");
   for (ShownReason const& reason : status.reasons) text += line("Reason", reason_line(reason));
   if (!queue.state_message.empty()) text += line("Message", printable(queue.state_message));

@@ -112,6 +112,15 @@ TEST(CommandFilter, AnAttachedFileHasNoProblem)
   EXPECT_EQ(problem(OURS2 + std::string(LIST)), "none");
 }
 
+TEST(CommandFilter, OnlyALineWithOurTypeInFullOffersCommands)
+{
+  std::string const others =
+      "*cupsFilter: \"broken\"\n*cupsFilter: \"application/vnd.cups-raster 0 r\"\n";
+  EXPECT_EQ(problem(others + OURS + LIST), "none");
+  EXPECT_EQ(problem(others + "*cupsFilter: \"application/* 0 commandtovelmo\"\n" + LIST),
+            "the filter is named for a wildcard only, so no commands are offered");
+}
+
 TEST(CommandFilter, EveryProblemIsNamed)
 {
   EXPECT_EQ(problem(LIST), "no filter takes command jobs");

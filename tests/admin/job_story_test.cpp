@@ -207,7 +207,8 @@ TEST(JobStory, AJobStatusIsNotTakenForAStatus)
 TEST(JobStory, WarningsAreToldAndOtherLinesAreNot)
 {
   std::string const log = logged(7, wake_up_text()) + log_head(7, 'W') + "out of \x1b[2J paper\n"
-                          + log_head(7, 'D') + "argv[0]=\"photo\"\n";
+                          + log_head(7, 'D') + "argv[0]=\"photo\"\n" + log_head(7, 'd')
+                          + "cupsdMarkDirty(-----s)\n";
   EXPECT_TEXT(explained(logged_begin(7) + log + logged_end(7)),
               "Job 7 on photo for ann, 22/Nov/2026:01:33:47 +0000\n"
               "  Said      out of \\x1b[2J paper\n"

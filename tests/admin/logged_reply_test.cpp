@@ -30,6 +30,7 @@ TEST(LoggedReply, ItsLinesGiveItsBytes)
 TEST(LoggedReply, BeforeItsLastLineItIsNotWhole)
 {
   EXPECT_FALSE(LoggedReply().isBegun());
+  EXPECT_FALSE(LoggedReply().isWhole());
   EXPECT_TRUE(reply_of({"size=18"}).isBegun());
   EXPECT_FALSE(reply_of({"size=18", FIRST}).isWhole());
 }

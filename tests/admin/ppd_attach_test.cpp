@@ -171,6 +171,14 @@ TEST(Attach, TheSameTextsOnceMoreLeaveABlockThatHoldsAsItIs)
   EXPECT_EQ(attached(noted, wishes), noted);
 }
 
+TEST(Attach, TheSameTextsOnceMoreRenewABlockThatIsOutOfForce)
+{
+  AttachWishes const wishes = texts({{"com.velmo-error0001", "A"}});
+  EXPECT_EQ(attached(attached(RASTER, wishes) + RASTER2, wishes),
+            joined({RASTER, RASTER2, BEGIN, OURS2, LIST,
+                    "*cupsIPPReason com.velmo-error0001/A: \"\"\n", END}));
+}
+
 TEST(Attach, TextsThatSomebodyWorkedOnAreWrittenAnew)
 {
   EXPECT_EQ(
@@ -225,6 +233,21 @@ TEST(Detach, ABlockThatAQuoteHidesIsRefusedAndBroken)
   EXPECT_EQ(detach("*A: \"1\n").refusal, "");
 }
 
+TEST(Detach, AnEndThatAQuoteHidesIsRefusedWithoutItsBegin)
+{
+  EXPECT_EQ(detach(joined({"*A: \"1\n", END})).refusal,
+            "line 1 of the PPD file opens a quote that is never closed; close it first");
+}
+
+TEST(Detach, ABlockInAValueBehindAnEarlyEndIsRefusedAndBroken)
+{
+  std::string const hidden = joined({"*%APLWORKSET START\n*A: \"1\n", BEGIN, END, "\"\n"});
+  std::string const why =
+      "the scheduler reads nothing behind line 1 of the PPD file; take out what begins there first";
+  EXPECT_EQ(detach(hidden).refusal, why);
+  EXPECT_EQ(read_attachment(hidden).problem, why);
+}
+
 TEST(Detach, GivesBackTheFileByteForByte)
 {
   for (std::string const& file :
@@ -265,6 +288,7 @@ TEST(ReadAttachment, ToldByTheFileAlone)
   EXPECT_EQ(read_attachment(attached(RASTER)).problem, "");
   EXPECT_EQ(read_attachment(attached(RASTER) + RASTER2).problem, "no filter takes command jobs");
   EXPECT_EQ(read_attachment(OURS).problem, "no line lists the commands");
+  EXPECT_EQ(read_attachment(OURS2).problem, "no line lists the commands");
   EXPECT_EQ(read_attachment(joined({RASTER2, OURS})).problem, "no filter takes command jobs");
   EXPECT_EQ(read_attachment(BEGIN).problem, "line 1: a block of velmoctl begins that has no end");
   EXPECT_FALSE(

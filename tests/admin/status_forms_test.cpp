@@ -33,6 +33,7 @@ QueueStatus status_of(Queue const& queue, std::string_view ppd = {})
 
 constexpr char const* JAM = "com.velmo-error0001";
 constexpr char const* USED_UP = "com.velmo-error0005";
+constexpr char const* TWO_CODES = "com.velmo-error0021";
 constexpr char const* SILENT = "com.velmo-error0023";
 
 }  // namespace
@@ -135,6 +136,13 @@ TEST(QueueStatus, AReasonHasItsTextAndCodes)
   EXPECT_EQ(reasons[2].codes, std::vector<std::string>{});
 }
 
+TEST(QueueStatus, ATextWithoutAColonIsNone)
+{
+  constexpr char const* PPD =
+      "*cupsIPPReason com.velmo-error0001/Lost\n*cupsIPPReason com.velmo-error0001/Jam.: \"\"\n";
+  EXPECT_EQ(status_of(queue_at(50, {JAM}), PPD).reasons.at(0).text, "Jam.");
+}
+
 TEST(StatusText, ShowsAllThereIs)
 {
   Queue queue = queue_at(50, {JAM, SILENT, "x\x1b"});
@@ -160,6 +168,28 @@ TEST(StatusText, ShowsNothingThatIsNotThere)
   queue.message = queue.ribbon = "";
   EXPECT_EQ(status_text(status_of(queue), false),
             "photo  does not answer\n  Ribbon   level not known\n  Asked    2 min ago\n");
+}
+
+TEST(StatusText, ARibbonWithoutCountsIsShown)
+{
+  Queue queue = queue_at(-1);
+  queue.message = " ";
+  EXPECT_TEXT(status_text(status_of(queue), false),
+              "photo  unknown level\n"
+              "  Ribbon   level not known   13x18(5x7″)\n"
+              "  Asked    2 min ago\n");
+}
+
+TEST(StatusText, AReasonIsShownWithAllItsCodesOrNone)
+{
+  Queue const queue = queue_at(50, {TWO_CODES, SILENT});
+  EXPECT_TEXT(
+      status_text(status_of(queue, "*cupsIPPReason com.velmo-error0023/Odd.: \"\"\n"), false)
+          .substr(std::string("photo  printer error\n").size()),
+      "  Ribbon   [###############...............]  50 %   350 of 700 prints, 13x18(5x7″)\n"
+      "  Asked    2 min ago\n"
+      "  Reason   com.velmo-error0021  (code 0d 08 07 or 0e 08 07)\n"
+      "  Reason   Odd.  (com.velmo-error0023)\n");
 }
 
 TEST(StatusText, EachSeverityHasItsColour)
@@ -256,6 +286,13 @@ TEST(StatusJson, WithoutASchedulerNothingElseIsKnown)
   EXPECT_LT(two.find("\"photo\""), two.find("\"booth\xef\xbf\xbd\""));
 }
 
+TEST(StatusJson, AQueueNeverAskedHasNeitherLevelNorAge)
+{
+  std::string const text = status_json({status_of(queue_at({}))});
+  for (char const* line : {"\"level\": null", "\"level_raw\": null", "\"age_seconds\": null"})
+    EXPECT_NE(text.find(line), std::string::npos) << line << " is not in " << text;
+}
+
 TEST(StatusJson, EveryStateHasItsName)
 {
   Queue queue = queue_at(50);
@@ -299,6 +336,24 @@ TEST(StatusCheck, TheLimitsDecide)
   Queue stopped = queue_at(50);
   stopped.state = IPP_PSTATE_STOPPED;
   EXPECT_EQ(exit_status(stopped, {}), 2);
+}
+
+TEST(StatusCheck, SaysTheReasonsTextAndHowOldTheLevelIs)
+{
+  EXPECT_EQ(status_check(status_of(queue_at(50, {JAM}),
+                                   "*cupsIPPReason com.velmo-error0001/Paper jam.: \"\"\n"),
+                         {10, 3, 119})
+                .text,
+            "VELMO CRITICAL - photo: printer error, ribbon 50 %, Paper jam., asked 120 s ago | "
+            "ribbon=50%;10:;3:;0;100 prints=350;;;0;700 age=120s;119;;0 jobs=0;;;0");
+}
+
+TEST(StatusCheck, AQueueNeverAskedIsNotOld)
+{
+  Queue queue = queue_at({});
+  queue.message = "";
+  EXPECT_EQ(status_check(status_of(queue), {10, 3, 0}).text,
+            "VELMO UNKNOWN - photo: never asked | jobs=0;;;0");
 }
 
 TEST(StatusCheck, ABarInATextIsNoBeginningOfFigures)
