@@ -167,8 +167,9 @@ feed() {
 }
 peak() { sed -n 's/^VmHWM:[[:blank:]]*\([0-9]*\) kB/\1/p' "/proc/$1/status"; }
 mkfifo "$work/pipe"
-# What a sanitizer keeps back of freed memory is not the program's.
-ASAN_OPTIONS=quarantine_size_mb=1 "$VELMOCTL" explain - <"$work/pipe" >"$work/said" 2>"$work/errors" &
+# What a sanitizer notes of memory and keeps back of it is not the program's.
+ASAN_OPTIONS=quarantine_size_mb=0:thread_local_quarantine_size_kb=0:malloc_context_size=0 \
+  "$VELMOCTL" explain - <"$work/pipe" >"$work/said" 2>"$work/errors" &
 reader=$!
 exec 7>"$work/pipe"
 feed 10000 >&7
