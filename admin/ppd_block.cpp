@@ -5,10 +5,7 @@
 
 namespace {
 
-std::string_view line_of(PpdRecord const& record)
-{
-  return record.bytes.substr(0, record.bytes.find_first_of("\r\n"));
-}
+std::string_view line_of(PpdRecord const& record) { return line_at(record.bytes, 0); }
 
 bool is_replaced(PpdRecord const& record) { return record.bytes.starts_with(REPLACED); }
 

@@ -25,10 +25,8 @@ Lines shown_lines(std::string_view ppd)
 {
   Lines lines;
   for (std::size_t at = 0; at < ppd.size();) {
-    std::size_t const end = end_of_line(ppd, at);
-    std::string_view const line = ppd.substr(at, end - at);
-    lines.push_back(printable(line.substr(0, line.find_first_of("\r\n"))));
-    at = end;
+    lines.push_back(printable(line_at(ppd, at)));
+    at = end_of_line(ppd, at);
   }
   return lines;
 }

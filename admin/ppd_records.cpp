@@ -95,6 +95,11 @@ std::size_t end_of_line(std::string_view ppd, std::size_t from)
   return ppd.substr(end, 2) == "\r\n" ? end + 2 : end + 1;
 }
 
+std::string_view line_at(std::string_view ppd, std::size_t from)
+{
+  return ppd.substr(from, ppd.find_first_of(LINE_ENDS, from) - from);
+}
+
 PpdRecords read_ppd_records(std::string_view ppd)
 {
   PpdRecords result{};
@@ -106,10 +111,8 @@ PpdRecords read_ppd_records(std::string_view ppd)
     std::size_t end = at;
     do {
       if (end != at) content += '\n';
-      std::size_t const next = end_of_line(ppd, end);
-      std::string_view const text = ppd.substr(end, next - end);
-      quote.read(text.substr(0, text.find_first_of(LINE_ENDS)), content);
-      end = next;
+      quote.read(line_at(ppd, end), content);
+      end = end_of_line(ppd, end);
       ++line;
     } while (quote.isOpen() && end < ppd.size());
 

@@ -33,5 +33,8 @@ bool is_reason_text(PpdRecord const& record);
 // Where the line that begins at `from` ends, its line end (CR, LF or both) included.
 std::size_t end_of_line(std::string_view ppd, std::size_t from);
 
+// The line that begins at `from`, without its line end.
+std::string_view line_at(std::string_view ppd, std::size_t from);
+
 // As the reader compares keywords: ASCII letters without regard to case.
 bool same_keyword(std::string_view one, std::string_view other);
