@@ -16,6 +16,9 @@ TEST(PpdEncoding, IsTheOneThatTheFileNames)
   EXPECT_EQ(encoding_of("*LanguageEncoding: ISOLatin1\n"), CUPS_ISO8859_1);
   EXPECT_EQ(encoding_of("*LanguageEncoding: isolatin2\n"), CUPS_ISO8859_2);
   EXPECT_EQ(encoding_of("*LanguageEncoding: \"WindowsANSI\"\n"), CUPS_WINDOWS_1252);
+  EXPECT_EQ(encoding_of("*LanguageEncoding: ISOLatin5\n"), CUPS_ISO8859_5);
+  EXPECT_EQ(encoding_of("*LanguageEncoding: JIS83-RKSJ\n"), CUPS_JIS_X0213);
+  EXPECT_EQ(encoding_of("*LanguageEncoding: MacStandard\n"), CUPS_MAC_ROMAN);
   EXPECT_EQ(encoding_of("*LanguageEncoding: UTF-8\n"), CUPS_UTF8);
   EXPECT_EQ(encoding_of("*A: 1\n"), CUPS_ISO8859_1);
 }

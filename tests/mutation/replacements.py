@@ -82,7 +82,7 @@ def replacements(match, before, after):
     if kind == "string":
         return "text", other_text(token)
     if kind == "character":
-        return "text", ["'#'"]
+        return "text", ["'#'" if token != "'#'" else "'$'"]
     if kind == "word" and before.endswith("Type::"):
         return "word", [TYPES[token]] if token in TYPES else []
     if kind == "word" and token in WORDS and not HARMLESS.match(token + after):
