@@ -18,12 +18,13 @@ ON_TERMINAL='trap : INT; echo $PPID >"$work/terminal"
   sh -c '\''echo $$ >"$work/watcher"; exec "$VELMOCTL" status --watch photo'\''
   echo $? >"$work/ended"'
 
-# watch: starts it on a terminal of its own, whose picture is in $work/screen. Its keyboard, of
-# which descriptor 3 is an end, stays open.
+# watch: starts it on a terminal of its own, whose picture is in $work/screen and whose keys are
+# pressed over descriptor 3. What a shell starts beside itself ignores Ctrl-C, and script(1) of
+# util-linux 2.42 leaves that so.
 watch() {
   rm -f "$work/ended"
   : >"$work/screen"
-  scheduler_client env -u NO_COLOR TERM=xterm SHELL=/bin/sh \
+  scheduler_client env --default-signal=INT -u NO_COLOR TERM=xterm SHELL=/bin/sh \
     script -qfc "$ON_TERMINAL" "$work/screen" <"$work/keys" >/dev/null 2>&1 &
   wait_until 30 drawn 1
   watcher=$(<"$work/watcher") terminal=$(<"$work/terminal")
@@ -41,15 +42,15 @@ expect_part 'it is coloured' "$(<"$work/screen")" $'photo  \x1b[33mnever asked\x
 scheduler_client cupsdisable -r 'out for lunch' photo
 expect_that 'what changes is shown' wait_until 30 shows 'queue stopped'
 expect_that 'each time on an empty screen' drawn 2
-# What a terminal does with the key, to the whole group in front. With script(1) of util-linux
-# 2.42 and its keys from a FIFO no group is in front.
-kill -INT -- "-$(ps -o pgid= -p "$watcher" | tr -d ' ')"
+printf '\003' >&3
 expect_that 'Ctrl-C ends it, as a signal does' wait_until 30 ended_with 130
+ended_with 130 || end_watch
 wait $!
 
 watch
 kill -TERM "$watcher"
 expect_that 'SIGTERM ends it, as a signal does' wait_until 30 ended_with 143
+ended_with 143 || end_watch
 wait $!
 
 watch
