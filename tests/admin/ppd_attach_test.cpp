@@ -113,6 +113,18 @@ TEST(Attach, EveryRivalIsReplaced)
                     "*% velmoctl replaced ", RIVAL, BEGIN, OURS, LIST, END}));
 }
 
+TEST(Attach, RivalsOfEveryKindAreReplacedInAnyOrder)
+{
+  std::string const text = "*cupsIPPReason com.velmo-error0001/Theirs: \"\"\n";
+  std::string const list = "*cupsCommands: \"Clean\"\n";
+  std::string const mark = "*% velmoctl replaced ";
+  AttachWishes wishes = texts({{"com.velmo-error0001", "Ours"}});
+  wishes.replace = true;
+  EXPECT_EQ(attached(joined({text, list, RIVAL, RASTER}), wishes),
+            joined({mark, text, mark, list, mark, RIVAL, RASTER, BEGIN, OURS, LIST,
+                    "*cupsIPPReason com.velmo-error0001/Ours: \"\"\n", END}));
+}
+
 TEST(Attach, ARivalThatDoesNotWinIsLeftAlone)
 {
   std::string const dear = "*cupsFilter: \"application/vnd.cups-command 9 dear\"\n";
@@ -139,6 +151,16 @@ TEST(Attach, ABlockMadeWithReplaceIsRenewedWithoutSayingItAgain)
   EXPECT_EQ(attached(once, texts({{"com.velmo-error0001", "T"}})),
             joined({"*% velmoctl replaced ", RIVAL, RASTER, BEGIN, OURS, LIST,
                     "*cupsIPPReason com.velmo-error0001/T: \"\"\n", END}));
+}
+
+TEST(Attach, ALongRivalReplacedEarlierIsReplacedAgain)
+{
+  std::string const list = "*cupsCommands: \"a\nb\nc\"\n";
+  std::string const once = attached(joined({list, RASTER}), replacing());
+  AttachWishes wishes = texts({{"com.velmo-error0001", "T"}});
+  std::string const renewed = attached(once, wishes);
+  wishes.replace = true;
+  EXPECT_EQ(renewed, attached(joined({list, RASTER}), wishes));
 }
 
 TEST(Attach, TextsAreWrittenInTheFilesEncoding)
