@@ -82,11 +82,29 @@ TEST(CommandFilter, OursMayHaveALimitOrAPath)
   EXPECT_TRUE(is_ours(OURS));
   EXPECT_TRUE(is_ours(OURS2));
   EXPECT_TRUE(is_ours("*cupsFilter: \"a/b 0 maxsize(10) commandtovelmo\"\n"));
+  EXPECT_TRUE(is_ours("*cupsFilter: \"a/b 0 maxsize(10)commandtovelmo\"\n"));
   EXPECT_TRUE(is_ours("*cupsFilter: \"a/b 0 /usr/lib/cups/filter/commandtovelmo\"\n"));
   EXPECT_FALSE(is_ours("*cupsFilter: \"a/b 0 commandtovelmo2\"\n"));
   EXPECT_FALSE(is_ours("*cupsFilter: \"a/b 0 notcommandtovelmo\"\n"));
   EXPECT_FALSE(is_ours("*cupsFilter: \"a/b 0 maxsize(10 commandtovelmo\"\n"));
   EXPECT_FALSE(is_ours("*cupsFilter: \"commandtovelmo\"\n"));
+}
+
+TEST(CommandFilter, APartThatIsLongerThanTheSchedulersRoomIsCut)
+{
+  auto const is_ours_with = [](std::size_t super, std::size_t type, std::size_t path) {
+    std::string const types = std::string(super, 's') + "/" + std::string(type, 't') + " ";
+    std::string const end = "0 " + std::string(path, '/') + "commandtovelmo\"\n";
+    bool const is_one = is_ours("*cupsFilter: \"" + types + end);
+    EXPECT_EQ(is_ours("*cupsFilter2: \"" + types + types + end), is_one);
+    EXPECT_EQ(is_ours("*cupsFilter2: \"a/b " + types + end), is_one);
+    return is_one;
+  };
+  std::size_t const longest_path = 1023 - FILTER_NAME.size();
+  EXPECT_TRUE(is_ours_with(15, 255, longest_path));
+  EXPECT_FALSE(is_ours_with(16, 255, longest_path));
+  EXPECT_FALSE(is_ours_with(15, 256, longest_path));
+  EXPECT_FALSE(is_ours_with(15, 255, longest_path + 1));
 }
 
 TEST(CommandFilter, OnlyTheFirstListOfCommandsCounts)
