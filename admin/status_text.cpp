@@ -16,7 +16,7 @@ std::string coloured(std::string const& word, Severity severity)
 
 std::string gauge(int level)
 {
-  int const filled = std::clamp(level, 0, 100) * BAR_WIDTH / 100;
+  int const filled = std::min(level, 100) * BAR_WIDTH / 100;
   std::string text = "[" + std::string(static_cast<std::size_t>(filled), '#')
                      + std::string(static_cast<std::size_t>(BAR_WIDTH - filled), '.') + "]  ";
   return text + std::to_string(level) + " %";

@@ -91,6 +91,14 @@ TEST(QueueStatus, ReadsWhatTheFilterReported)
   EXPECT_EQ(status.age, 120);
 }
 
+TEST(QueueStatus, NoPrintsLeftAreACountToo)
+{
+  Queue queue = queue_at(0);
+  queue.message = "Prints Remaining = 0 / 700";
+  ASSERT_TRUE(status_of(queue).prints);
+  EXPECT_EQ(status_of(queue).prints->left, 0);
+}
+
 TEST(QueueStatus, WhatIsNotKnownIsNothing)
 {
   for (char const* message : {"", " ", "Prints Remaining = ", "Prints Remaining = 1",
@@ -197,14 +205,25 @@ TEST(StatusText, EachSeverityHasItsColour)
   EXPECT_EQ(status_text(status_of(queue_at(50)), true).substr(0, 22),
             "photo  \x1b[32mready\x1b[0m\n");
   EXPECT_EQ(status_text(status_of(queue_at(5)), true).substr(7, 5), "\x1b[33m");
+  EXPECT_EQ(status_text(status_of(queue_at(-1)), true).substr(7, 5), "\x1b[33m");
   EXPECT_EQ(status_text(status_of(queue_at(0)), true).substr(7, 5), "\x1b[31m");
 }
 
-TEST(StatusText, TheGaugeEndsAtAHundred)
+TEST(StatusText, TheGaugeGoesFromNothingToAHundred)
 {
+  EXPECT_NE(status_text(status_of(queue_at(0)), false).find("[" + std::string(30, '.') + "]  0 %"),
+            std::string::npos);
   EXPECT_NE(
       status_text(status_of(queue_at(140)), false).find("[" + std::string(30, '#') + "]  140 %"),
       std::string::npos);
+}
+
+TEST(StatusText, AJobAloneIsCounted)
+{
+  Queue queue = queue_at({});
+  queue.jobs = 1;
+  EXPECT_EQ(status_text(status_of(queue), false),
+            "photo  never asked\n  Asked    never\n  Jobs     1 waiting or printing\n");
 }
 
 TEST(StatusText, AnAgeIsToldInItsUnit)
@@ -214,7 +233,8 @@ TEST(StatusText, AnAgeIsToldInItsUnit)
                                       {3599, "59 min"},
                                       {3600, "1 h"},
                                       {172799, "47 h"},
-                                      {172800, "2 days"}}) {
+                                      {172800, "2 days"},
+                                      {259199, "2 days"}}) {
     Queue queue = queue_at(50);
     queue.up_time = queue.level_time + seconds;
     EXPECT_NE(status_text(status_of(queue), false).find("Asked    " + std::string(text) + " ago"),
@@ -333,6 +353,9 @@ TEST(StatusCheck, TheLimitsDecide)
     EXPECT_EQ(exit_status(queue_at(50, {fault}), {}), 3) << fault;
     EXPECT_EQ(exit_status(queue_at(2, {fault}), {}), 2) << fault;
   }
+  Queue detached = queue_at(0);
+  detached.commands = {};
+  EXPECT_EQ(exit_status(detached, {}), 2);
   Queue stopped = queue_at(50);
   stopped.state = IPP_PSTATE_STOPPED;
   EXPECT_EQ(exit_status(stopped, {}), 2);
@@ -346,6 +369,22 @@ TEST(StatusCheck, SaysTheReasonsTextAndHowOldTheLevelIs)
                 .text,
             "VELMO CRITICAL - photo: printer error, ribbon 50 %, Paper jam., asked 120 s ago | "
             "ribbon=50%;10:;3:;0;100 prints=350;;;0;700 age=120s;119;;0 jobs=0;;;0");
+}
+
+TEST(StatusCheck, ALevelOfNothingIsShownAndOneThatIsNotKnownIsNot)
+{
+  Queue queue = queue_at(0);
+  queue.message = "";
+  EXPECT_EQ(status_check(status_of(queue), {}).text,
+            "VELMO CRITICAL - photo: ribbon used up, ribbon 0 % | ribbon=0%;10:;3:;0;100 "
+            "age=120s;;;0 jobs=0;;;0");
+  queue.level = -1;
+  EXPECT_EQ(status_check(status_of(queue), {}).text,
+            "VELMO UNKNOWN - photo: unknown level | age=120s;;;0 jobs=0;;;0");
+  queue.level = 9;
+  EXPECT_EQ(status_check(status_of(queue), {}).text,
+            "VELMO WARNING - photo: ribbon low, ribbon 9 % | ribbon=9%;10:;3:;0;100 "
+            "age=120s;;;0 jobs=0;;;0");
 }
 
 TEST(StatusCheck, AQueueNeverAskedIsNotOld)
