@@ -45,6 +45,7 @@ void Connection::hear(Heard const& heard)
   if (heard.command == EscapeCommand::Unknown) line += " 0x" + to_text(heard.byte);
   say(line);
 
+  if (heard.command == EscapeCommand::Unknown && printer.counts_prints) print();
   if (heard.command == EscapeCommand::WakeUp && printer.close_after_wake_up) return close();
   if (printer.silent) return;
   if (heard.command == EscapeCommand::StatusQuery) answer(heard.command, status_reply(printer));
@@ -59,6 +60,15 @@ void Connection::end_of_input()
   for (auto const& heard : parser.finish()) hear(heard);
   input_ended = true;
   if (answers.empty()) close();
+}
+
+// All that a connection brings is one print.
+void Connection::print()
+{
+  if (has_printed) return;
+  has_printed = true;
+  use_up_print(printer);
+  say("printed, " + to_text(printer.remaining) + " prints left");
 }
 
 void Connection::answer(EscapeCommand command, Bytes const& reply)

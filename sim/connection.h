@@ -32,6 +32,7 @@ private:
   void read();
   void hear(Heard const& heard);
   void end_of_input();
+  void print();
   void answer(EscapeCommand command, Bytes const& reply);
   void send_next();
   void send_piece();
@@ -44,6 +45,7 @@ private:
   std::array<std::uint8_t, 4096> received{};
   std::deque<Answer> answers;  // the first is being sent
   bool input_ended = false;
+  bool has_printed = false;
 };
 
 }  // namespace sim

@@ -54,6 +54,11 @@ Bytes status_reply(PrinterModel& printer)
   return reply;
 }
 
+void use_up_print(PrinterModel& printer)
+{
+  if (printer.remaining > 0) --printer.remaining;
+}
+
 Bytes job_status_reply(PrinterModel const& printer)
 {
   Bytes reply(JOB_FIELDS_END);

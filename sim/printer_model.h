@@ -26,11 +26,15 @@ struct PrinterModel {
   std::uint16_t delay = 0;               // milliseconds before each piece
   bool silent = false;
   bool close_after_wake_up = false;
+  bool counts_prints = false;  // what is no escape command is a print, and uses the ribbon up
 };
 
 // The reply to a status query. Counts `asleep` down: each reply brings the printer nearer to
 // being awake.
 Bytes status_reply(PrinterModel& printer);
+
+// A print has come out.
+void use_up_print(PrinterModel& printer);
 
 // The reply to a job status query.
 Bytes job_status_reply(PrinterModel const& printer);

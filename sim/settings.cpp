@@ -48,6 +48,9 @@ constexpr Setting SETTINGS[] = {
     row<&P::close_after_wake_up>(
         "close-after-wake-up", SWITCH,
         "Close the connection when the wake-up has been heard (default off)"),
+    row<&P::counts_prints>("count-prints", SWITCH,
+                           "Take what is no escape command for a print, one a connection, that "
+                           "uses the ribbon up (default off)"),
     row<&P::job_status>("job-status", "HH HH HH HH",
                         "Job status, four hex bytes (bytes 8 to 11 of the reply)"),
     row<&P::job_reply_length>("job-reply-length", NUMBER,

@@ -51,6 +51,8 @@ TEST(SimulatorCommandLine, HelpTellsEveryOptionWithItsUnitAndDefault)
            "--silent Never answer (default off)",
            "--close-after-wake-up Close the connection when the wake-up has been heard (default "
            "off)",
+           "--count-prints Take what is no escape command for a print, one a connection, that "
+           "uses the ribbon up (default off)",
            "--job-status \"HH HH HH HH\" Job status, four hex bytes (bytes 8 to 11 of the reply) "
            "(default 00 00 00 00)",
            "--job-reply-length 0..65535 Length of the job status reply, in bytes (default 20)",

@@ -50,8 +50,8 @@ TEST(Orders, EveryOrderChangesItsFieldOnlyAndIsAcknowledgedWithTheValueItSet)
   expect_accepted(
       printer, {"error 01 02 03", "total 65535", "remaining 0", "ink-sheet 8f", "power 07",
                 "mechanism 08 09", "memory ff", "asleep 11", "reply-length 191", "fragments 100,92",
-                "delay 15", "silent on", "close-after-wake-up on", "job-status 10 11 12 0a",
-                "job-reply-length 19"});
+                "delay 15", "silent on", "close-after-wake-up on", "count-prints on",
+                "job-status 10 11 12 0a", "job-reply-length 19"});
   EXPECT_EQ(printer.error, (std::array<std::uint8_t, 3>{0x01, 0x02, 0x03}));
   EXPECT_EQ(printer.total, 65535);
   EXPECT_EQ(printer.remaining, 0);
@@ -64,6 +64,7 @@ TEST(Orders, EveryOrderChangesItsFieldOnlyAndIsAcknowledgedWithTheValueItSet)
   EXPECT_EQ(printer.fragments, (std::vector<std::uint16_t>{100, 92}));
   EXPECT_EQ(printer.delay, 15);
   EXPECT_TRUE(printer.silent);
+  EXPECT_TRUE(printer.counts_prints);
   EXPECT_TRUE(printer.close_after_wake_up);
   EXPECT_EQ(printer.job_status, (std::array<std::uint8_t, 4>{0x10, 0x11, 0x12, 0x0a}));
   EXPECT_EQ(printer.job_reply_length, 19);
@@ -72,8 +73,9 @@ TEST(Orders, EveryOrderChangesItsFieldOnlyAndIsAcknowledgedWithTheValueItSet)
 TEST(Orders, SwitchesAndFragmentsCanBeUndone)
 {
   PrinterModel printer;
-  expect_accepted(printer, {"silent on", "silent off", "close-after-wake-up on",
-                            "close-after-wake-up off", "fragments 1,2", "fragments whole"});
+  expect_accepted(printer,
+                  {"silent on", "silent off", "close-after-wake-up on", "close-after-wake-up off",
+                   "count-prints off", "fragments 1,2", "fragments whole"});
   EXPECT_FALSE(printer.silent);
   EXPECT_FALSE(printer.close_after_wake_up);
   EXPECT_TRUE(printer.fragments.empty());
@@ -103,7 +105,7 @@ TEST(Orders, AnUnknownOrderIsToldTheKnownOnes)
               "refused: unknown order \"" + word
                   + "\": expected one of error, total, remaining, ink-sheet, power, mechanism, "
                     "memory, asleep, reply-length, fragments, delay, silent, close-after-wake-up, "
-                    "job-status, job-reply-length, quit");
+                    "count-prints, job-status, job-reply-length, quit");
   }
 }
 
