@@ -1,11 +1,11 @@
 // One command job that has a queue's printer asked, and the wait for its values.
 #include "admin/ask.h"
 
-#include <algorithm>
 #include <chrono>
 #include <thread>
 
 #include "admin/command_job.h"
+#include "admin/declined.h"
 #include "admin/queue.h"
 #include "admin/signal_hold.h"
 
@@ -14,21 +14,6 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr auto PAUSE = std::chrono::milliseconds(50);
-
-// Why this queue's printer cannot be asked; empty if it can.
-std::string declined(Queue const& queue)
-{
-  std::string const message = queue.state_message.empty() ? "" : " (" + queue.state_message + ")";
-  if (queue.is_class) return "is a class; name the queues in it";
-  if (!queue.isAttached())
-    return "is not attached, so nothing asks its printer; see velmoctl attach";
-  if (queue.state == IPP_PSTATE_STOPPED)
-    return "is stopped" + message + "; cupsenable it, then velmoctl ask";
-  if (std::ranges::find(queue.reasons, "hold-new-jobs") != queue.reasons.end())
-    return "holds its jobs" + message + "; cupsenable --release it, then velmoctl ask";
-  if (!queue.accepting) return "rejects jobs" + message + "; cupsaccept lets it take them";
-  return {};
-}
 
 // Tells from what the scheduler says whether a job has brought its values.
 class Progress {

@@ -6,12 +6,16 @@
 
 #include "admin/attach_command.h"
 #include "admin/explain_command.h"
+#include "admin/keep_fresh_command.h"
 #include "admin/list_command.h"
 #include "admin/output.h"
 #include "admin/status_command.h"
 #include "admin/version.h"
 
 namespace {
+
+// Of minutes or seconds: more than a year, and no clock's end.
+constexpr double LONGEST = 1e6;
 
 struct Arguments {
   std::string server;
@@ -21,6 +25,7 @@ struct Arguments {
   StatusOptions status;
   AskOptions ask;
   ExplainOptions explain;
+  KeepFreshOptions keep_fresh;
 };
 
 void add_queues(CLI::App& command, std::vector<std::string>& queues)
@@ -122,6 +127,28 @@ void add_ask(CLI::App& app, AskOptions& options)
   add_queues(*command, options.queues);
 }
 
+void add_keep_fresh(CLI::App& app, KeepFreshOptions& options)
+{
+  CLI::App* const command =
+      app.add_subcommand("keep-fresh", "Stay running, and have printers asked after each print");
+  command->add_option("--idle", options.idle_minutes, "Also so long after the last ask; 0 is never")
+      ->type_name("MINUTES")
+      ->capture_default_str()
+      ->check(CLI::Range(0.0, LONGEST));
+  command
+      ->add_option("--settle", options.settle_seconds,
+                   "Only when the queue has been quiet for so long; 3, over USB 15")
+      ->type_name("SECONDS")
+      ->check(CLI::Range(0.0, LONGEST));
+  command
+      ->add_option("--delay", options.delay_seconds,
+                   "Only so long after a print, for printers that count late")
+      ->type_name("SECONDS")
+      ->capture_default_str()
+      ->check(CLI::Range(0.0, LONGEST));
+  add_queues(*command, options.queues);
+}
+
 // What is wrong with the command line, and where to read on.
 std::string command_line_error(CLI::App const& app, CLI::ParseError const& error)
 {
@@ -148,6 +175,9 @@ void add_explain(CLI::App& app, ExplainOptions& options)
 
 int with_scheduler(Arguments const& arguments, CLI::App const& command)
 {
+  // It waits for a scheduler that is not there yet.
+  if (command.get_name() == "keep-fresh")
+    return run_keep_fresh(arguments.server, arguments.keep_fresh);
   Scheduler const scheduler = connect(arguments.server);
   if (!scheduler.http && arguments.status.check) {
     say("VELMO UNKNOWN - scheduler not reachable");
@@ -200,8 +230,9 @@ void unmark(std::string& argument)
 
 void unmark(Arguments& arguments)
 {
-  for (auto* const queues : {&arguments.attach.queues, &arguments.detach.queues,
-                             &arguments.status.queues, &arguments.ask.queues})
+  for (auto* const queues :
+       {&arguments.attach.queues, &arguments.detach.queues, &arguments.status.queues,
+        &arguments.ask.queues, &arguments.keep_fresh.queues})
     for (std::string& queue : *queues) unmark(queue);
   unmark(arguments.server);
   unmark(arguments.explain.file);
@@ -233,6 +264,7 @@ int main(int argc, char** argv)
   add_status(app, arguments.status);
   add_ask(app, arguments.ask);
   add_explain(app, arguments.explain);
+  add_keep_fresh(app, arguments.keep_fresh);
 
   try {
     app.parse(marked_arguments(std::span(argv, static_cast<std::size_t>(argc)).subspan(1)));

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 
 // What a signal does to a request that the scheduler does not answer: it ends once a signal has
@@ -14,9 +15,7 @@ public:
   explicit SignalHold(OpenRequests requests)
   {
     requests_end = requests == OpenRequests::End;
-    sigset_t held;
-    sigemptyset(&held);
-    for (int const signal : ENDING) sigaddset(&held, signal);
+    sigset_t const held = endingSignals();
     sigprocmask(SIG_BLOCK, &held, &before);
   }
   // A signal that has come meanwhile ends the program here.
@@ -38,10 +37,32 @@ public:
   }
 
   // Whether a request that is still without an answer is to be given up.
-  [[nodiscard]] static bool endsRequests() { return requests_end && hasSignalCome(); }
+  [[nodiscard]] static bool endsRequests() { return requests_end && (has_taken || hasSignalCome()); }
+
+  // Waits for one for so long. It is then taken, and ends nothing any more.
+  [[nodiscard]] static bool takeSignalWithin(std::chrono::steady_clock::duration time)
+  {
+    using std::chrono::nanoseconds;
+    using std::chrono::seconds;
+    nanoseconds const pause = std::max(nanoseconds(time), nanoseconds::zero());
+    auto const whole = std::chrono::duration_cast<seconds>(pause);
+    timespec const limit{whole.count(), (pause - whole).count()};
+    sigset_t const held = endingSignals();
+    has_taken = sigtimedwait(&held, nullptr, &limit) > 0;
+    return has_taken;
+  }
 
 private:
+  static sigset_t endingSignals()
+  {
+    sigset_t set;
+    sigemptyset(&set);
+    for (int const signal : ENDING) sigaddset(&set, signal);
+    return set;
+  }
+
   static constexpr int ENDING[] = {SIGHUP, SIGINT, SIGTERM};
   static inline bool requests_end = false;
+  static inline bool has_taken = false;
   sigset_t before{};
 };

@@ -18,6 +18,6 @@ options=$(LC_ALL=C sort -u <<<"$options")
 expect_part 'the options are found' "$options" --while-printing
 
 page=$root/packaging/velmoctl.1
-expect 'the commands' "$(sed -n 's/^\.Cm \([a-z]*\)$/\1/p; s/^\.It Cm \([a-z]*\)$/\1/p' "$page" | LC_ALL=C sort -u)" "$commands"
+expect 'the commands' "$(sed -n 's/^\.Cm \([a-z-]*\)$/\1/p; s/^\.It Cm \([a-z-]*\)$/\1/p' "$page" | LC_ALL=C sort -u)" "$commands"
 expect 'the options' "$(grep -oE '(Fl|\|) -?-?[a-z][a-z-]*' "$page" | sed 's/.* /-/' | LC_ALL=C sort -u)" "$options"
 expect_end

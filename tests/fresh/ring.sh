@@ -1,0 +1,115 @@
+# shellcheck shell=bash
+# What the tests of velmoctl keep-fresh share: a private scheduler, a simulated printer that
+# counts prints, queues in front of it, and what keep-fresh has done.
+#
+# Environment: FILTER, SIMULATOR and VELMOCTL.
+
+: "${FILTER:?}" "${SIMULATOR:?}" "${VELMOCTL:?}"
+
+# shellcheck source-path=SCRIPTDIR/../.. source=tests/harness/expect.sh
+. "$(dirname "${BASH_SOURCE[0]}")/../harness/expect.sh"
+# shellcheck source-path=SCRIPTDIR/../.. source=scripts/lib/private-scheduler.sh
+. "$root/scripts/lib/private-scheduler.sh"
+# shellcheck source-path=SCRIPTDIR/../.. source=scripts/lib/simulated-printer.sh
+. "$root/scripts/lib/simulated-printer.sh"
+
+work=$(mktemp -d)
+fresh_pid=
+on_exit "fresh_stop; scheduler_stop; printer_stop; rm -rf '$work'"
+scheduler_start "$FILTER"
+printer_start "$SIMULATOR" --total 700 --remaining 350 --count-prints
+echo 'a picture' >"$work/picture"
+: >"$work/log"
+
+# A device that takes no connection: what is printed there waits for it.
+# shellcheck disable=SC2034 # for the tests
+NOBODY='socket://127.0.0.1:9/?snmp=false'
+LONG=60 # seconds: more than any wait of keep-fresh that a test is about
+
+# restart [SETTING]: ends the scheduler and starts it again, with one more line of cupsd.conf.
+restart() {
+  end_child "$scheduler_pid"
+  for setting; do echo "$setting" >>"$scheduler_dir/etc/cupsd.conf"; done
+  scheduler_run_cupsd
+  wait_until 30 scheduler_is_settled
+}
+
+# add_queues NAME...: queues in front of the printer; a queue of this PPD file is attached.
+add_queues() {
+  local name
+  for name; do scheduler_add_queue "$name" "$(printer_uri)"; done
+}
+
+# fresh_start ARGUMENT...: starts velmoctl keep-fresh. It tells its number and becomes the program.
+fresh_start() {
+  rm -f "$work/pid"
+  # shellcheck disable=SC2016 # for the shell that runs it
+  scheduler_client sh -c 'echo $$ >"$1"; shift; exec "$@"' sh "$work/pid" \
+    "$VELMOCTL" keep-fresh "$@" 2>>"$work/log" &
+  wait_until 10 test -s "$work/pid"
+  fresh_job=$! fresh_pid=$(<"$work/pid")
+}
+
+# Ends it; its exit status is in $fresh_status.
+fresh_stop() {
+  [[ $fresh_pid ]] || return 0
+  kill "$fresh_pid" 2>/dev/null || true
+  fresh_status=0
+  # shellcheck disable=SC2034 # for the tests
+  wait "$fresh_job" || fresh_status=$?
+  fresh_pid=
+}
+
+# log_count TEXT: how many lines of the log have it.
+log_count() { grep -cF -e "$1" "$work/log" || true; }
+log_has() { (($(log_count "$1") >= ${2-1})); }
+
+# asks_of QUEUE: the numbers of the jobs that it has sent there.
+asks_of() { QUEUE="<6>$1: asks its printer, job " awk '
+  index($0, ENVIRON["QUEUE"]) == 1 { print $NF }' "$work/log"; }
+count_asks() { asks_of "$1" | grep -c . || true; }
+was_asked() { (($(count_asks "$1") >= $2)); }
+
+# wait_asked QUEUE TIMES: waits until its printer was asked so often.
+wait_asked() {
+  wait_until "$LONG" was_asked "$@" || expect "how often $1 was asked" "$(count_asks "$1")" "$2"
+}
+
+# print QUEUE [OPTION...]: prints there. command_job QUEUE: has somebody else send a command job.
+print() { scheduler_client lp -d "$1" -o raw "${@:2}" "$work/picture" >/dev/null; }
+command_job() {
+  scheduler_client lp -U somebody -d "$1" -o document-format=application/vnd.cups-command - \
+    >/dev/null <<<$'#CUPS-COMMAND\nReportLevels'
+}
+message_is() { [[ $(scheduler_printer_attribute "$1" marker-message) == "$2" ]]; }
+wait_message() {
+  wait_until "$LONG" message_is "$@" ||
+    expect "what $1 shows" "$(scheduler_printer_attribute "$1" marker-message)" "$2"
+}
+jobs_of() { scheduler_printer_attribute "$1" queued-job-count; }
+no_jobs() { [[ $(jobs_of "$1") == 0 ]]; }
+wait_no_jobs() { wait_until "$LONG" no_jobs "$1" || expect "jobs on $1" "$(jobs_of "$1")" 0; }
+
+# The subscriptions that the scheduler has.
+subscriptions() {
+  scheduler_client ipptool -tv "$(scheduler_uri '')" get-subscriptions.test 2>&1 |
+    sed -n 's/^ *notify-subscription-id (integer) = //p'
+}
+
+# created JOB: the second in which the scheduler got it.
+created() {
+  scheduler_client ipptool -tv -d "job=$1" "$(scheduler_uri '')" \
+    "$root/tests/fresh/job-creation.test" 2>&1 | scheduler_answered time-at-creation
+}
+
+# most_asks_at_once QUEUE: of its asks, how many were not completed at the same time, as the
+# scheduler's log has it.
+most_asks_at_once() {
+  asks_of "$1" | awk '
+    NR == FNR { ask["[Job " $1 "]"] = 1; next }
+    { id = $4 " " $5 }
+    !(id in ask) { next }
+    / Queued on / { open += 1; if (open > most) most = open }
+    / Job (completed|canceled|aborted|purged)/ && !(id in ended) { ended[id] = 1; open -= 1 }
+    END { print most + 0 }' - "$scheduler_log"
+}
