@@ -1,10 +1,9 @@
 // The way by which queues hear of the scheduler's events, whatever happens to the scheduler.
 #include "admin/event_stream.h"
 
-#include <strings.h>
-
 #include <algorithm>
 
+#include "admin/heard_events.h"
 #include "admin/journal.h"
 #include "admin/signal_hold.h"
 
@@ -17,11 +16,6 @@ using std::chrono::seconds;
 constexpr auto SUBSCRIBE_PAUSE = seconds(15);
 // Half of the lease.
 constexpr auto RENEWAL_PAUSE = minutes(30);
-constexpr double ANSWER_SECONDS = 1;
-
-// A scheduler that takes its time is waited for, unless we are to end.
-int goes_on(http_t* /*http*/, void* /*data*/) { return SignalHold::hasSignalCome() ? 0 : 1; }
-int gives_up(http_t* /*http*/, void* /*data*/) { return 0; }
 
 void tell(EventStream& stream, std::string trouble)
 {
@@ -31,19 +25,22 @@ void tell(EventStream& stream, std::string trouble)
   stream.trouble = std::move(trouble);
 }
 
-// The connection is made anew, because the old one may lead to a scheduler that has ended.
+// The connection is made anew, because the old one may lead to a scheduler that has ended. A
+// subscription outlives its scheduler, and would take a place in its list for the rest of the hour.
 void listen(EventStream& stream, std::vector<WatchedQueue>& queues, Time now)
 {
+  if (stream.subscription.id != 0) stream.lost = stream.subscription;
   stream.subscription = {};
   stream.next_try = now + stream.pause;
   stream.scheduler = connect(stream.server);
   if (!stream.scheduler.http)
     return tell(stream, "the scheduler at " + stream.scheduler.server
                             + " cannot be reached; it is waited for");
-  httpSetTimeout(stream.scheduler.http.get(), ANSWER_SECONDS, goes_on, nullptr);
+  if (stream.lost.id != 0) unsubscribe(stream.scheduler, stream.lost);
+  stream.lost = {};
   SubscribeResult const result = subscribe(stream.scheduler);
   for (WatchedQueue& queue : queues) {
-    queue.has_changed = true;
+    lose_track(queue);
     if (stream.has_begun && result.error.empty()) queue.state = after_print(queue.state, now);
   }
   stream.has_begun = true;
@@ -69,18 +66,15 @@ Time time_of(EventStream const& stream, Event const& event, int scheduler_now, T
 void let_hear(EventStream& stream, std::vector<WatchedQueue>& queues, News const& news, Time now)
 {
   for (Event const& event : news.events) {
-    auto const queue = std::ranges::find_if(queues, [&](WatchedQueue const& it) {
-      return strcasecmp(it.name.c_str(), event.queue.c_str()) == 0;
-    });
-    if (queue == queues.end()) continue;
-    hear(stream.scheduler, *queue, event, time_of(stream, event, news.now, now));
+    if (SignalHold::hasSignalCome()) return;
+    if (WatchedQueue* const queue = find_queue(queues, event.queue))
+      hear(stream.scheduler, *queue, event, time_of(stream, event, news.now, now));
   }
 }
 
 void poll(EventStream& stream, std::vector<WatchedQueue>& queues, Time now)
 {
   News const news = fetch_news(stream.scheduler, stream.subscription);
-  if (news.is_gap) unsubscribe(stream.scheduler, stream.subscription);
   if (news.is_gap || !news.error.empty()) {
     write_journal(Weight::Notice, {}, "events may have gone unseen, so every printer is asked");
     return listen(stream, queues, now);
@@ -98,7 +92,7 @@ void poll(EventStream& stream, std::vector<WatchedQueue>& queues, Time now)
 
 EventStream open_stream(std::string const& server, Duration pause, Time now)
 {
-  return {server, pause, {}, {}, false, now, now, now, now, {}};
+  return {server, pause, {}, {}, {}, false, now, now, now, now, {}};
 }
 
 Time keep_listening(EventStream& stream, std::vector<WatchedQueue>& queues, Time now)
@@ -111,6 +105,5 @@ Time keep_listening(EventStream& stream, std::vector<WatchedQueue>& queues, Time
 void close_stream(EventStream& stream)
 {
   if (!stream.scheduler.http || stream.subscription.id == 0) return;
-  httpSetTimeout(stream.scheduler.http.get(), ANSWER_SECONDS, gives_up, nullptr);
   unsubscribe(stream.scheduler, stream.subscription);
 }

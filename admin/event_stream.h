@@ -12,8 +12,9 @@ struct EventStream {
   Duration pause;  // between two polls
   Scheduler scheduler;
   Subscription subscription;
-  bool has_begun;  // from now on what goes unseen may be a print
-  Time next_try;   // to subscribe
+  Subscription lost;  // was given up, and is to be cancelled
+  bool has_begun;     // from now on what goes unseen may be a print
+  Time next_try;      // to subscribe
   Time next_poll;
   Time next_renewal;
   Time last_poll;

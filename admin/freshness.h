@@ -43,7 +43,7 @@ Freshness at_start(Time now);
 // A print has ended, or may have ended unseen.
 Freshness after_print(Freshness state, Time ended);
 
-// Some job has ended or the queue has changed: quiet begins no sooner.
+// Some job has begun or ended: quiet begins no sooner.
 Freshness after_event(Freshness state, Time when);
 
 Freshness after_look(Freshness state, Seen const& seen, Time now);

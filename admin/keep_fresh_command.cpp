@@ -5,6 +5,7 @@
 #include <chrono>
 
 #include "admin/event_stream.h"
+#include "admin/heard_events.h"
 #include "admin/signal_hold.h"
 #include "admin/watched_queue.h"
 
@@ -27,7 +28,8 @@ std::vector<WatchedQueue> watch_all(KeepFreshOptions const& options, Time now)
   FreshRules const rules{settle.value_or(Duration::zero()), in_seconds(options.delay_seconds),
                          in_seconds(options.idle_minutes * 60)};
   std::vector<WatchedQueue> queues;
-  for (std::string const& name : options.queues) queues.push_back(watch(name, settle, rules, now));
+  for (std::string const& name : options.queues)
+    if (!find_queue(queues, name)) queues.push_back(watch(name, settle, rules, now));
   return queues;
 }
 
@@ -44,6 +46,8 @@ Time tend_all(EventStream& stream, std::vector<WatchedQueue>& queues, Time now)
   Time next = keep_listening(stream, queues, now);
   if (!stream.scheduler.http) return next;
   for (WatchedQueue& queue : queues) {
+    // A scheduler that hangs would take its time for each.
+    if (SignalHold::hasSignalCome()) return now;
     tend(stream.scheduler, queue, now);
     next = std::min(next, tend_time(queue).value_or(next));
   }

@@ -83,6 +83,18 @@ std::string fault_of_number(std::string const& text)
   return is_decimal ? std::string() : text + " is no decimal number";
 }
 
+// CLI11 takes "nan" for a number, and one in any range.
+std::string fault_of_decimals(std::string const& text)
+{
+  bool const is_decimal = text.find_first_not_of("0123456789.") == std::string::npos;
+  return is_decimal ? std::string() : text + " is no decimal number";
+}
+
+CLI::Validator time_up_to(double most)
+{
+  return CLI::Validator(fault_of_decimals, {}) & CLI::Range(0.0, most);
+}
+
 CLI::Validator number_up_to(int most)
 {
   return CLI::Validator(fault_of_number, {}) & CLI::Range(0, most);
@@ -134,18 +146,18 @@ void add_keep_fresh(CLI::App& app, KeepFreshOptions& options)
   command->add_option("--idle", options.idle_minutes, "Also so long after the last ask; 0 is never")
       ->type_name("MINUTES")
       ->capture_default_str()
-      ->check(CLI::Range(0.0, LONGEST));
+      ->check(time_up_to(LONGEST));
   command
       ->add_option("--settle", options.settle_seconds,
                    "Only when the queue has been quiet for so long; 3, over USB 15")
       ->type_name("SECONDS")
-      ->check(CLI::Range(0.0, LONGEST));
+      ->check(time_up_to(LONGEST));
   command
       ->add_option("--delay", options.delay_seconds,
                    "Only so long after a print, for printers that count late")
       ->type_name("SECONDS")
       ->capture_default_str()
-      ->check(CLI::Range(0.0, LONGEST));
+      ->check(time_up_to(LONGEST));
   add_queues(*command, options.queues);
 }
 

@@ -64,9 +64,11 @@ std::optional<QueuedJob> ended_job(Scheduler const& scheduler, std::string const
   return jobs.front();
 }
 
-bool was_print(std::optional<QueuedJob> const& job, ipp_jstate_t state, int begun, int level_time)
+bool was_print(QueuedJob const& job) { return !job.is_command && job.was_begun; }
+
+// One that is thrown out of the history ends as cancelled as well, when nothing is printing.
+bool was_print(JobTraces const& traces)
 {
-  if (job) return !job->is_command && job->was_begun;
-  if (state == IPP_JSTATE_CANCELED) return false;
-  return begun == 0 || level_time <= begun;
+  if (traces.state == IPP_JSTATE_CANCELED) return traces.is_printing;
+  return traces.begun == 0 || traces.level_time <= traces.begun;
 }

@@ -29,8 +29,17 @@ std::optional<std::vector<QueuedJob>> open_jobs(Scheduler const& scheduler,
 // A job that has ended; nothing where the scheduler has forgotten it.
 std::optional<QueuedJob> ended_job(Scheduler const& scheduler, std::string const& queue, int id);
 
-// Whether a job that has ended may have used up a print. The level was brought after the job
-// began if `level_time` is newer than `begun`; both are the scheduler's seconds, in one of which
-// a print can begin and a level have come before it. A job that was thrown out of the history
-// with its queue ends as cancelled.
-bool was_print(std::optional<QueuedJob> const& job, ipp_jstate_t state, int begun, int level_time);
+// Whether a job that has ended may have used up a print.
+bool was_print(QueuedJob const& job);
+
+// What the events and the queue's level tell of a job that the scheduler has forgotten.
+struct JobTraces {
+  ipp_jstate_t state;
+  bool is_printing;  // the queue was, when the job ended
+  int begun;         // both by the scheduler's clock, in seconds; 0: unseen
+  int level_time;
+};
+
+// The same of such a job. It brought the level if that is newer than the second in which it
+// began: in one and the same second a level can have come before a print.
+bool was_print(JobTraces const& traces);

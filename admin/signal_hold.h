@@ -37,7 +37,10 @@ public:
   }
 
   // Whether a request that is still without an answer is to be given up.
-  [[nodiscard]] static bool endsRequests() { return requests_end && (has_taken || hasSignalCome()); }
+  [[nodiscard]] static bool endsRequests()
+  {
+    return requests_end && (has_taken || hasSignalCome());
+  }
 
   // Waits for one for so long. It is then taken, and ends nothing any more.
   [[nodiscard]] static bool takeSignalWithin(std::chrono::steady_clock::duration time)

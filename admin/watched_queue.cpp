@@ -60,12 +60,14 @@ std::optional<Seen> see(Scheduler const& scheduler, WatchedQueue& queue, Queue c
   bool const is_attached = !found.is_class && found.isAttached();
   Seen seen{declined(found).empty(), !is_attached, false, false,
             verdict_of(found, 0) == Verdict::DoesNotAnswer};
+  // A class prints without a job of the queue's own.
+  seen.is_busy = found.state == IPP_PSTATE_PROCESSING;
   if (found.jobs == 0 || found.is_class) return seen;
   auto const jobs = open_jobs(scheduler, queue.name, Whose::Everybodys);
   auto asks = our_asks(scheduler, queue.name);
   if (!jobs || !asks) return std::nullopt;
   if (found.state == IPP_PSTATE_STOPPED || !is_attached) take_back(scheduler, queue, *asks);
-  seen.is_busy = std::ranges::any_of(*jobs, &QueuedJob::isActive);
+  seen.is_busy = seen.is_busy || std::ranges::any_of(*jobs, &QueuedJob::isActive);
   seen.is_asking = !asks->empty();
   return seen;
 }
@@ -115,36 +117,12 @@ bool waits_for_change(WatchedQueue const& queue)
   return queue.state.seen.is_asking || (queue.state.is_owed && !can_be_asked);
 }
 
-// The level's time, which tells of a job that the scheduler has forgotten.
-int level_time(Scheduler const& scheduler, std::string const& name)
-{
-  QueueAnswer const answer = get_queue(scheduler, name);
-  return answer.queue ? answer.queue->level_time : 0;
-}
-
 }  // namespace
 
 WatchedQueue watch(std::string const& name, std::optional<Duration> settle, FreshRules const& rules,
                    Time now)
 {
   return {name, settle, rules, at_start(now), {}, 0, false, 0, true, now};
-}
-
-void hear(Scheduler const& scheduler, WatchedQueue& queue, Event const& event, Time when)
-{
-  queue.has_changed = true;
-  queue.state = after_event(queue.state, when);
-  if (!event.is_job_end) {
-    bool const is_printing = event.queue_state == IPP_PSTATE_PROCESSING;
-    if (is_printing && !queue.is_printing) queue.begun = event.time;
-    queue.is_printing = is_printing;
-    return;
-  }
-  if (event.job == queue.job) return;
-  std::optional<QueuedJob> const job = ended_job(scheduler, queue.name, event.job);
-  int const level = job ? 0 : level_time(scheduler, queue.name);
-  if (was_print(job, event.job_state, queue.begun, level))
-    queue.state = after_print(queue.state, when);
 }
 
 // The last look before an ask is a fresh one.

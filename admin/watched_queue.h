@@ -5,7 +5,6 @@
 #include <string>
 
 #include "admin/freshness.h"
-#include "admin/notifications.h"
 #include "admin/scheduler.h"
 
 struct WatchedQueue {
@@ -16,16 +15,13 @@ struct WatchedQueue {
   std::string trouble;  // why its printer cannot be asked, as was told last
   int job;              // of our last ask
   bool is_printing;     // as the events told
-  int begun;            // when the last job began, by the scheduler's clock
+  int begun;            // when the last job began, by the scheduler's clock; 0: unseen
   bool has_changed;     // it has to be looked at
   Time looked_at;
 };
 
 WatchedQueue watch(std::string const& name, std::optional<Duration> settle, FreshRules const& rules,
                    Time now);
-
-// Takes in an event of the queue that came about at `when`.
-void hear(Scheduler const& scheduler, WatchedQueue& queue, Event const& event, Time when);
 
 // Looks at the queue if it has to be looked at, and asks its printer if an ask is due.
 void tend(Scheduler const& scheduler, WatchedQueue& queue, Time now);

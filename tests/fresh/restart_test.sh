@@ -4,14 +4,6 @@ set -eu
 # shellcheck source=tests/fresh/ring.sh
 . "$(dirname "$0")/ring.sh"
 
-subscribe() {
-  scheduler_client ipptool -t "$(scheduler_uri '')" "$root/tests/fresh/create-subscription.test" >/dev/null
-}
-unsubscribe() {
-  scheduler_client ipptool -t -d "id=$1" "$(scheduler_uri '')" \
-    "$root/tests/fresh/cancel-subscription.test" >/dev/null
-}
-
 # --- no room for a subscription: the start's ask all the same
 restart 'MaxSubscriptions 1'
 add_queues photo
@@ -24,20 +16,38 @@ expect_that 'no room: said so' log_has 'prints are not noticed'
 wait_no_jobs photo
 print photo
 unsubscribe "$foreign"
-wait_until "$LONG" log_has 'hears the scheduler again' || true
-expect_that 'it is tried again' log_has 'hears the scheduler again'
+wait_log 'hears the scheduler again'
 wait_asked photo 2
 wait_message photo 'Prints Remaining = 349 / 700'
 
 # --- a scheduler that is restarted, with a print while nobody listens
 wait_no_jobs photo
 kill -STOP "$fresh_pid"
-restart
+restart 'MaxSubscriptions 100'
 print photo
 wait_no_jobs photo
 kill -CONT "$fresh_pid"
 wait_asked photo 3
 wait_message photo 'Prints Remaining = 348 / 700'
 
-fresh_stop
+# --- one that is killed, and is away for a while
+wait_no_jobs photo
+kill -KILL "$scheduler_pid"
+end_child "$scheduler_pid"
+wait_log 'cannot be reached; it is waited for'
+run_scheduler
+wait_asked photo 4
+wait_no_jobs photo
+print photo
+wait_asked photo 5
+wait_message photo 'Prints Remaining = 347 / 700'
+
+# --- one that hangs: a signal ends keep-fresh all the same
+kill -STOP "$scheduler_pid"
+sleep 1 # by then it waits for an answer
+kill "$fresh_pid"
+ended() { ! kill -0 "$fresh_pid" 2>/dev/null; }
+wait_until "$LONG" ended || expect 'keep-fresh before a scheduler that hangs' 'goes on' 'ends'
+kill -CONT "$scheduler_pid"
+
 expect_end

@@ -30,8 +30,11 @@ LONG=60 # seconds: more than any wait of keep-fresh that a test is about
 restart() {
   end_child "$scheduler_pid"
   for setting; do echo "$setting" >>"$scheduler_dir/etc/cupsd.conf"; done
+  run_scheduler
+}
+run_scheduler() {
   scheduler_run_cupsd
-  wait_until 30 scheduler_is_settled
+  wait_until "$LONG" scheduler_is_settled || expect 'the scheduler' 'does not answer' 'answers'
 }
 
 # add_queues NAME...: queues in front of the printer; a queue of this PPD file is attached.
@@ -40,20 +43,24 @@ add_queues() {
   for name; do scheduler_add_queue "$name" "$(printer_uri)"; done
 }
 
-# fresh_start ARGUMENT...: starts velmoctl keep-fresh. It tells its number and becomes the program.
+# fresh_start ARGUMENT...: starts velmoctl keep-fresh, behind the words of fresh_prefix. It tells
+# its number and becomes the program.
+fresh_prefix=()
 fresh_start() {
   rm -f "$work/pid"
   # shellcheck disable=SC2016 # for the shell that runs it
   scheduler_client sh -c 'echo $$ >"$1"; shift; exec "$@"' sh "$work/pid" \
-    "$VELMOCTL" keep-fresh "$@" 2>>"$work/log" &
-  wait_until 10 test -s "$work/pid"
-  fresh_job=$! fresh_pid=$(<"$work/pid")
+    "${fresh_prefix[@]}" "$VELMOCTL" keep-fresh "$@" 2>>"$work/log" &
+  fresh_job=$!
+  wait_until "$LONG" test -s "$work/pid" || expect 'keep-fresh' 'has not started' 'has started'
+  fresh_pid=$(<"$work/pid")
 }
 
-# Ends it; its exit status is in $fresh_status.
+# Ends it, also where a test has stopped it; its exit status is in $fresh_status.
 fresh_stop() {
   [[ $fresh_pid ]] || return 0
   kill "$fresh_pid" 2>/dev/null || true
+  kill -CONT "$fresh_pid" 2>/dev/null || true
   fresh_status=0
   # shellcheck disable=SC2034 # for the tests
   wait "$fresh_job" || fresh_status=$?
@@ -69,6 +76,9 @@ asks_of() { QUEUE="<6>$1: asks its printer, job " awk '
   index($0, ENVIRON["QUEUE"]) == 1 { print $NF }' "$work/log"; }
 count_asks() { asks_of "$1" | grep -c . || true; }
 was_asked() { (($(count_asks "$1") >= $2)); }
+
+# wait_log TEXT: waits until the log has it.
+wait_log() { wait_until "$LONG" log_has "$1" || expect_part 'the log' "$(<"$work/log")" "$1"; }
 
 # wait_asked QUEUE TIMES: waits until its printer was asked so often.
 wait_asked() {
@@ -94,6 +104,14 @@ wait_no_jobs() { wait_until "$LONG" no_jobs "$1" || expect "jobs on $1" "$(jobs_
 subscriptions() {
   scheduler_client ipptool -tv "$(scheduler_uri '')" get-subscriptions.test 2>&1 |
     sed -n 's/^ *notify-subscription-id (integer) = //p'
+}
+
+# subscribe: somebody else takes a place in the scheduler's list. unsubscribe ID: takes one away.
+subscribe() { subscription_request create-subscription; }
+unsubscribe() { subscription_request cancel-subscription -d "id=$1"; }
+subscription_request() {
+  expect_that "$1" scheduler_client ipptool -t "${@:2}" "$(scheduler_uri '')" \
+    "$root/tests/fresh/$1.test"
 }
 
 # created JOB: the second in which the scheduler got it.

@@ -4,10 +4,6 @@ set -eu
 # shellcheck source=tests/fresh/ring.sh
 . "$(dirname "$0")/ring.sh"
 
-unsubscribe() {
-  scheduler_client ipptool -t -d "id=$1" "$(scheduler_uri '')" \
-    "$root/tests/fresh/cancel-subscription.test" >/dev/null
-}
 is_subscribed() { [[ $(subscriptions) && $(subscriptions) != "${1-}" ]]; }
 
 add_queues photo

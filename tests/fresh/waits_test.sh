@@ -4,6 +4,10 @@ set -eu
 # shellcheck source=tests/fresh/ring.sh
 . "$(dirname "$0")/ring.sh"
 
+for number in nan inf -1 1e3 1.2.3; do
+  expect_that "$number is no time" not "$VELMOCTL" keep-fresh --idle "$number" photo
+done
+
 # --- a printer that does not answer is tried again, and nothing else has to happen
 printer_tell close-after-wake-up on
 add_queues photo late

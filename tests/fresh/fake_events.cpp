@@ -1,0 +1,122 @@
+// A scheduler in the test's own process that has events to tell.
+#include "tests/fresh/fake_events.h"
+
+namespace {
+
+FakeEvents* fake = nullptr;
+
+void add_integer(ipp_t* answer, ipp_tag_t group, char const* name, int value)
+{
+  ippAddInteger(answer, group, IPP_TAG_INTEGER, name, value);
+}
+
+// What is asked for: the operation, its numbers and its events.
+void note(ipp_t* request)
+{
+  fake->requests += ippOpString(ippGetOperation(request));
+  for (ipp_attribute_t* it = ippFirstAttribute(request); it; it = ippNextAttribute(request)) {
+    std::string const name = ippGetName(it) ? ippGetName(it) : "";
+    if (!name.starts_with("notify-")) continue;
+    for (int i = 0; i < ippGetCount(it); ++i)
+      fake->requests +=
+          " "
+          + (ippGetValueTag(it) == IPP_TAG_INTEGER ? std::to_string(ippGetInteger(it, i))
+                                                   : std::string(ippGetString(it, i, nullptr)));
+  }
+  fake->requests += "\n";
+}
+
+void tell_event(ipp_t* answer, FakeEvent const& event)
+{
+  constexpr ipp_tag_t GROUP = IPP_TAG_EVENT_NOTIFICATION;
+  ippAddSeparator(answer);
+  add_integer(answer, GROUP, "notify-sequence-number", event.number);
+  ippAddString(answer, GROUP, IPP_TAG_KEYWORD, "notify-subscribed-event", nullptr,
+               event.is_job_end ? "job-completed" : "printer-state-changed");
+  ippAddString(answer, GROUP, IPP_TAG_NAME, "printer-name", nullptr, "photo");
+  add_integer(answer, GROUP, "printer-up-time", event.time);
+  if (event.is_job_end) add_integer(answer, GROUP, "notify-job-id", event.number);
+}
+
+void tell_events(ipp_t* request, ipp_t* answer)
+{
+  int const first =
+      ippGetInteger(ippFindAttribute(request, "notify-sequence-numbers", IPP_TAG_INTEGER), 0);
+  add_integer(answer, IPP_TAG_OPERATION, "printer-up-time", fake->time);
+  for (FakeEvent const& event : fake->kept)
+    if (event.number >= first) tell_event(answer, event);
+}
+
+void tell_print(ipp_t* answer)
+{
+  if (fake->forgets) return ippSetStatusCode(answer, IPP_STATUS_ERROR_NOT_FOUND), void();
+  add_integer(answer, IPP_TAG_JOB, "job-id", 1);
+  add_integer(answer, IPP_TAG_JOB, "time-at-processing", fake->time);
+}
+
+void tell_queue(ipp_t* answer)
+{
+  add_integer(answer, IPP_TAG_PRINTER, "marker-change-time", fake->level_time);
+  add_integer(answer, IPP_TAG_PRINTER, "printer-up-time", fake->time);
+}
+
+void tell_subscription(ipp_t* answer)
+{
+  if (!fake->has_room)
+    return ippSetStatusCode(answer, IPP_STATUS_ERROR_TOO_MANY_SUBSCRIPTIONS), void();
+  fake->last_id += 1;
+  add_integer(answer, IPP_TAG_SUBSCRIPTION, "notify-subscription-id", fake->last_id);
+}
+
+void carry_out(ipp_t* request, ipp_t* answer)
+{
+  switch (ippGetOperation(request)) {
+    case IPP_OP_CREATE_PRINTER_SUBSCRIPTIONS:
+      return tell_subscription(answer);
+    case IPP_OP_GET_NOTIFICATIONS:
+      return tell_events(request, answer);
+    case IPP_OP_GET_JOB_ATTRIBUTES:
+      return tell_print(answer);
+    case IPP_OP_GET_PRINTER_ATTRIBUTES:
+      return tell_queue(answer);
+    default:
+      return;
+  }
+}
+
+}  // namespace
+
+FakeEventSource::FakeEventSource(FakeEvents& answering) { fake = &answering; }
+FakeEventSource::~FakeEventSource() { fake = nullptr; }
+
+// The names that --wrap asks for are reserved ones; there is no other way to spell them.
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+extern "C" {
+
+ipp_t* __wrap_cupsDoIORequest(http_t* /*http*/, ipp_t* request, char const* /*resource*/,
+                              int /*in*/, int /*out*/)
+{
+  note(request);
+  ipp_t* const answer = ippNew();
+  ippSetStatusCode(answer, fake->is_there ? IPP_STATUS_OK : IPP_STATUS_ERROR_SERVICE_UNAVAILABLE);
+  if (fake->is_there) carry_out(request, answer);
+  ippDelete(request);
+  return answer;
+}
+
+http_t* __wrap_httpConnect2(char const* /*host*/, int /*port*/, http_addrlist_t* /*addresses*/,
+                            int /*family*/, http_encryption_t /*encryption*/, int /*blocking*/,
+                            int /*milliseconds*/, int* /*cancel*/)
+{
+  return fake->is_there ? reinterpret_cast<http_t*>(fake) : nullptr;
+}
+
+void __wrap_httpSetTimeout(http_t* /*http*/, double /*timeout*/, http_timeout_cb_t /*callback*/,
+                           void* /*data*/)
+{
+}
+
+void __wrap_httpClose(http_t* /*http*/) {}
+
+}  // extern "C"
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
