@@ -59,8 +59,11 @@ private:
     begun.clear();
   }
 
-  // One byte too many is enough to know that the line is too long.
-  void keep(std::string_view bytes) { begun += bytes.substr(0, LONGEST + 1 - begun.size()); }
+  // A line that is too long already need not grow.
+  void keep(std::string_view bytes)
+  {
+    if (begun.size() <= LONGEST) begun += bytes;
+  }
 
   std::string begun;
 };

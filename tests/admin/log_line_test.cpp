@@ -30,6 +30,12 @@ TEST(LogLine, ALineOfAJobHasLevelTimeNumberAndText)
   EXPECT_EQ(line->text, "[STS] size=192");
 }
 
+TEST(LogLine, TheSchedulersLevelsAreThese)
+{
+  for (char const level : std::string("XACEWNIDd"))
+    EXPECT_TRUE(parse_log_line(level + std::string(" [x] [Job 1] a"))) << level;
+}
+
 TEST(LogLine, ALineEndOfAnotherSystemIsNoText)
 {
   EXPECT_EQ(parse_log_line("I [x] [Job 1] Job completed.\r").value().text, "Job completed.");
@@ -69,7 +75,7 @@ TEST(LogLines, AZeroByteEndsALine)
 
 TEST(LogLines, ALineThatIsTooLongIsLeftOut)
 {
-  std::string const longest(LogLines::LONGEST, 'x');
+  std::string const longest(4096, 'x');
   EXPECT_EQ(lines_of({longest + "\na\n"}), (Lines{longest, "a", ""}));
   EXPECT_EQ(lines_of({longest + "x\na\n"}), (Lines{"a", ""}));
   EXPECT_EQ(lines_of({longest, "\na\n"}), (Lines{longest, "a", ""}));
