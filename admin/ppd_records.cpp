@@ -61,15 +61,12 @@ void read_keyword_line(std::string_view rest, PpdRecord& record)
   std::string const keyword = take_until(rest, ": \f\n\r\t\v");
   if (keyword == "End") return;
   record.keyword = keyword;
-  if (!rest.starts_with(':')) {
-    skip_blanks(rest);
-    record.option = take_until(rest, ":/ \f\n\r\t\v");
-    skip_blanks(rest);
-    if (rest.starts_with('/')) {
-      rest.remove_prefix(1);
-      record.text = take_until(rest, ":\n");
-      skip_blanks(rest);
-    }
+  skip_blanks(rest);
+  record.option = take_until(rest, ":/ \f\n\r\t\v");
+  skip_blanks(rest);
+  if (rest.starts_with('/')) {
+    rest.remove_prefix(1);
+    record.text = take_until(rest, ":\n");
   }
   if (!rest.starts_with(':')) return;
   rest.remove_prefix(1);
@@ -82,7 +79,7 @@ void read_keyword_line(std::string_view rest, PpdRecord& record)
 void interpret(std::string_view content, PpdRecord& record)
 {
   content = content.substr(0, content.find('\0'));
-  if (!is_comment(content) && content.size() > 1 && content.front() == '*')
+  if (content.starts_with('*') && !is_comment(content))
     read_keyword_line(content.substr(1), record);
 }
 

@@ -71,6 +71,15 @@ TEST(PpdRecords, AValueHasItsKeywordOptionAndText)
   EXPECT_TRUE(record.has_value);
 }
 
+TEST(PpdRecords, BlanksAroundAnOptionDoNotCount)
+{
+  PpdRecord const record = only_record("*A \t b \t/c d: \"e\"\n");
+  EXPECT_EQ(record.option, "b");
+  EXPECT_EQ(record.text, "c d");
+  EXPECT_EQ(record.value, "e");
+  EXPECT_EQ(only_record("*A b \t: c\n").value, "c");
+}
+
 TEST(PpdRecords, BlanksAroundAValueDoNotCount)
 {
   EXPECT_EQ(only_record("*A \t:  b c \t\n").value, "b c");
@@ -118,6 +127,7 @@ TEST(PpdRecords, WhatStopsTheReaderIsNamed)
 TEST(PpdRecords, OnlyAsciiLettersAreTheSameInBothCases)
 {
   EXPECT_TRUE(same_keyword("cupsFILTER2", "CUPSfilter2"));
+  EXPECT_TRUE(same_keyword("azAZ", "AZaz"));
   EXPECT_FALSE(same_keyword("cupsFilter", "cupsFilter2"));
   EXPECT_FALSE(same_keyword("@", "`"));
   EXPECT_FALSE(same_keyword("[", "{"));
