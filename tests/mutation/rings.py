@@ -22,7 +22,7 @@ VELMOCTL = {
 COMMON = [
     "-DCMAKE_BUILD_TYPE=Debug",
     "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST",
-    "-DCMAKE_CXX_FLAGS=-Werror=return-type",
+    "-DCMAKE_CXX_FLAGS=-Werror=return-type -D_GLIBCXX_ASSERTIONS",
     "-DCMAKE_CXX_COMPILER_LAUNCHER=",  # no mistake is compiled twice: a cache only costs time
 ]
 PLAIN = (*COMMON, "-DCMAKE_CXX_FLAGS_DEBUG=-O0")
