@@ -11,19 +11,19 @@ TEST(DeviceAdvice, SocketAndUsbGiveAnswers)
 
 TEST(DeviceAdvice, OthersAreNamed)
 {
-  for (char const* device :
-       {"ipp://h/p", "ipps://h/p", "lpd://h/p", "file:///dev/null", "http://h"})
-    EXPECT_NE(device_without_answers(device).find(std::string(device).substr(0, 4)),
-              std::string::npos)
-        << device;
+  for (std::string const scheme : {"ipp", "ipps", "http", "https", "lpd", "file"})
+    EXPECT_EQ(device_without_answers(scheme + "://h/p"),
+              "the backend of a device " + scheme
+                  + ": passes no answers of the printer on, so neither level nor errors can be "
+                    "had; socket: and usb: do");
 }
 
 TEST(DeviceAdvice, OfUnknownOnesNothingIsSaidForSure)
 {
-  for (char const* device : {"dnssd://X._pdl-datastream._tcp.local/", "beh:/1/3/5/socket://h"})
-    EXPECT_NE(device_without_answers(device).find("may pass no answers"), std::string::npos)
-        << device;
-  EXPECT_EQ(device_without_answers("file:///dev/null").find("may"), std::string::npos);
+  for (std::string const scheme : {"dnssd", "beh"})
+    EXPECT_EQ(device_without_answers(scheme + ":/1/3/5/socket://h"),
+              "the backend of a device " + scheme
+                  + ": may pass no answers of the printer on; socket: and usb: do");
 }
 
 TEST(DeviceAdvice, SnmpIsSwitchedOffBehindASlash)

@@ -68,6 +68,15 @@ TEST(JobStory, AReasonIsToldWithTheOthersTakenBack)
               "  Reported  reason com.velmo-error0007\n" + taken_back(known_reasons().size() - 1));
 }
 
+TEST(JobStory, ReasonsTakenBackAreToldBeforeWhatFollows)
+{
+  StatusReply const reply;
+  for (std::string const& next : {LEVELS, query_text(reply.bytes()),
+                                  level_report_text(reply.ribbon(), 40), failed_flush_text()})
+    EXPECT_TEXT(told_of(wake_up_text() + "STATE: -com.velmo-error0001\n" + next),
+                taken_back(1) + told_of(wake_up_text() + next));
+}
+
 TEST(JobStory, AnswersOfASleepingPrinterAreCounted)
 {
   StatusReply asleep;
@@ -157,6 +166,12 @@ TEST(JobStory, AnAnswerThatIsTooShortIsKnownByTheBackendsCount)
       << told;
   EXPECT_TRUE(told_of(came + no_reply_text(-1)).starts_with("  Failed    cupsBackChannelRead()"))
       << "bytes of an earlier question do not count";
+  EXPECT_TRUE(told_of(start_text("get_printer_info")
+                      + "DEBUG: Received 1 bytes of back-channel data\n" + failed_read_text(-1))
+                  .starts_with("  Answer    1 bytes, by the backend's count"));
+  EXPECT_TRUE(
+      told_of(start_text("get_printer_info") + "DEBUG: Received nothing\n" + failed_read_text(-1))
+          .starts_with("  Failed    cupsBackChannelRead()"));
 }
 
 TEST(JobStory, AnAnswerOfWhichLinesAreMissingIsNotRead)

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,17 @@ TEST(LoggedReply, ItsLinesGiveItsBytes)
   EXPECT_TRUE(reply.isWhole());
   EXPECT_EQ(reply.getBytes().size(), 18U);
   EXPECT_EQ(reply.getBytes().substr(14), "\x0e\xff\x1b\x45");
+}
+
+TEST(LoggedReply, ItMayFillTheFiltersRoom)
+{
+  std::vector<std::string> lines = {"size=512"};
+  for (int offset = 0; offset < 512; offset += 16) {
+    char text[8];
+    std::snprintf(text, sizeof text, "%04x:", static_cast<unsigned>(offset));
+    lines.push_back(text + std::string(SIXTEEN));
+  }
+  EXPECT_TRUE(reply_of(lines).isWhole());
 }
 
 TEST(LoggedReply, BeforeItsLastLineItIsNotWhole)

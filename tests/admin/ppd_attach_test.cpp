@@ -67,6 +67,16 @@ TEST(Attach, PostScriptIsPassedOnWhereThereIsNoFilterLine)
   EXPECT_EQ(attached("*A: 1\n"), joined({"*A: 1\n", BEGIN, PASS, OURS, LIST, END}));
 }
 
+TEST(Attach, TheBlockHasTheFilesLineEnds)
+{
+  for (char const* line_end : {"\r\n", "\r"}) {
+    std::string should_be;
+    for (char const ch : attached("*A: 1\n"))
+      should_be += ch == '\n' ? line_end : std::string(1, ch);
+    EXPECT_EQ(attached(std::string("*A: 1") + line_end), should_be);
+  }
+}
+
 TEST(Attach, WhatIsAsWantedChangesNothing)
 {
   std::string const once = attached(RASTER);
@@ -233,6 +243,12 @@ TEST(Attach, AFileThatWouldSwallowTheBlockIsRefused)
             "no end; mend it by hand and give it back");
 }
 
+TEST(Attach, AQuoteOpenedBehindABlockThatHoldsIsRefusedToo)
+{
+  EXPECT_EQ(refusal(attached(RASTER) + "*A: \"1\n"),
+            "line 6 of the PPD file opens a quote that is never closed; close it first");
+}
+
 TEST(Attach, ReplacedLinesThatAreNoLinesWithoutTheirMarkAreRefused)
 {
   std::string const fence = joined({BEGIN, END, RASTER});
@@ -250,6 +266,7 @@ TEST(Detach, ABlockThatAQuoteHidesIsRefusedAndBroken)
   std::string const why =
       "line 1 of the PPD file opens a quote that is never closed; close it first";
   EXPECT_EQ(detach(hidden).refusal, why);
+  EXPECT_TRUE(read_attachment(hidden).is_attached);
   EXPECT_EQ(read_attachment(hidden).problem, why);
   EXPECT_FALSE(read_attachment("*A: \"1\n").is_attached);
   EXPECT_EQ(detach("*A: \"1\n").refusal, "");
@@ -308,11 +325,15 @@ TEST(ReadAttachment, ToldByTheFileAlone)
   EXPECT_FALSE(read_attachment(RIVAL).is_attached);
   EXPECT_TRUE(read_attachment(attached(RASTER)).is_attached);
   EXPECT_EQ(read_attachment(attached(RASTER)).problem, "");
-  EXPECT_EQ(read_attachment(attached(RASTER) + RASTER2).problem, "no filter takes command jobs");
-  EXPECT_EQ(read_attachment(OURS).problem, "no line lists the commands");
-  EXPECT_EQ(read_attachment(OURS2).problem, "no line lists the commands");
-  EXPECT_EQ(read_attachment(joined({RASTER2, OURS})).problem, "no filter takes command jobs");
-  EXPECT_EQ(read_attachment(BEGIN).problem, "line 1: a block of velmoctl begins that has no end");
+  for (auto const& [ppd, problem] :
+       {std::pair{attached(RASTER) + RASTER2, "no filter takes command jobs"},
+        {std::string(OURS), "no line lists the commands"},
+        {std::string(OURS2), "no line lists the commands"},
+        {joined({RASTER2, OURS}), "no filter takes command jobs"},
+        {std::string(BEGIN), "line 1: a block of velmoctl begins that has no end"}}) {
+    EXPECT_TRUE(read_attachment(ppd).is_attached) << ppd;
+    EXPECT_EQ(read_attachment(ppd).problem, problem) << ppd;
+  }
   EXPECT_FALSE(
       read_attachment("*A: \"application/vnd.cups-command 0 commandtovelmo\"\n").is_attached);
 }

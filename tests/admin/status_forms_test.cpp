@@ -277,6 +277,44 @@ TEST(StatusJson, NumbersAreNumbersAndWhatIsAbsentIsNull)
   EXPECT_EQ(status_json({}), "[]");
 }
 
+TEST(StatusJson, WhatIsKnownIsThere)
+{
+  Queue queue = queue_at(50, {JAM});
+  queue.jobs = 2;
+  queue.accepting = false;
+  queue.state_message = "out of order";
+  std::string const all = R"json([
+  {
+    "queue": "photo",
+    "verdict": "printer-error",
+    "state": "idle",
+    "state_message": "out of order",
+    "accepting": false,
+    "jobs": 2,
+    "level": 50,
+    "level_raw": 50,
+    "ribbon": "13x18(5x7″)",
+    "prints_left": 350,
+    "prints_total": 700,
+    "age_seconds": 120,
+    "reasons": [
+      {
+        "keyword": "com.velmo-error0001",
+        "text": "Jam.",
+        "codes": [
+          "06 02 02"
+        ]
+      }
+    ],
+    "attached": true,
+    "device": "socket://h"
+  }
+])json";
+  constexpr char const* PPD = "*cupsIPPReason com.velmo-error0001/Jam.: \"\"\n";
+  EXPECT_TEXT(status_json({status_of(queue, PPD)}), all);
+  EXPECT_NE(status_json({status_of(queue_at(0))}).find("\"level\": 0,"), std::string::npos);
+}
+
 TEST(StatusJson, WithoutASchedulerNothingElseIsKnown)
 {
   std::string const all = R"([

@@ -17,6 +17,7 @@ TEST(Shown, Utf8StaysAndWhatIsNoneDoesNot)
   EXPECT_EQ(shown("5x7\u2033 \u00a0 \U0001f5a8"), "5x7\u2033 \u00a0 \U0001f5a8");
   EXPECT_EQ(shown("\xe2\x80"), "\\xe2\\x80");
   EXPECT_EQ(shown("\xc3"), "\\xc3");
+  EXPECT_EQ(shown("\x80"), "\\x80");
   EXPECT_EQ(shown("\xff"), "\\xff");
 }
 
