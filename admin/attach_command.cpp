@@ -7,6 +7,7 @@
 #include "admin/output.h"
 #include "admin/status_command.h"
 #include "admin/text_file.h"
+#include "admin/unit_name.h"
 
 namespace {
 
@@ -63,6 +64,13 @@ void advise(Queue const& queue)
         + printable(shell_quoted(queue.name) + " -v " + shell_quoted(device)));
 }
 
+// Whoever attaches queues need not be one who starts services.
+void tell_service(Queue const& queue)
+{
+  say("This has the printer asked after each print, from now on:\n  systemctl enable --now "
+      + shell_quoted(refresh_unit(queue.name)));
+}
+
 bool attach_one(Scheduler const& scheduler, std::string const& name, PpdEdit const& edit,
                 AttachOptions const& options)
 {
@@ -72,6 +80,7 @@ bool attach_one(Scheduler const& scheduler, std::string const& name, PpdEdit con
   if (!report(queue->name, result, "attached, the scheduler starts commandtovelmo for command jobs",
               "is attached as wanted, nothing to do"))
     return false;
+  if (options.keep_fresh && result.outcome != Outcome::DryRun) tell_service(*queue);
   if (result.outcome != Outcome::Changed) return true;
   advise(*queue);
   // The queue is attached whatever the printer says, or does not say.

@@ -11,6 +11,7 @@ struct AttachOptions {
   ChangeRules rules{};
   bool replace = false;
   bool no_ask = false;
+  bool keep_fresh = false;
   bool no_reason_texts = false;
   std::optional<std::string> reason_texts;  // a file; "-" is standard input
   std::vector<std::string> queues;

@@ -57,6 +57,8 @@ void add_attach(CLI::App& app, AttachOptions& options)
   command->add_flag("--no-reason-texts", options.no_reason_texts, "Take out texts given earlier")
       ->excludes(texts);
   command->add_flag("--no-ask", options.no_ask, "Do not ask the printer afterwards");
+  command->add_flag("--keep-fresh", options.keep_fresh,
+                    "Show the command that has the printer asked after each print");
   add_queues(*command, options.queues);
 }
 

@@ -5,6 +5,16 @@ set -eu
 # shellcheck source=tests/admin/ring.sh
 . "$(dirname "$0")/ring.sh"
 
+# expect_service QUEUE COMMAND: a shell that is given the command starts the queue's service, whose
+# name is that which systemd would give it.
+expect_service() {
+  local unit
+  unit=$(bash -euc "systemctl() { printf '%s\n' \"\$*\"; }; $2")
+  expect_part "$1: the command" "$unit" 'enable --now velmo-refresh@'
+  ! command -v systemd-escape >/dev/null || expect "$1: the service" "${unit##* }" \
+    "$(systemd-escape --template=velmo-refresh@.service -- "$1")"
+}
+
 cd "$work"
 printf -v longest 'n%.0s' {1..127}
 # shellcheck disable=SC2016 # names that a shell would expand
@@ -19,6 +29,8 @@ for name in photo 'z|id>pwned|e;' 'a,b' 'a*b' '100%' '^x$' '%s%n' '$(id>pwned)' 
   expect_part "$name: attach says so" "$said" "$name: attached"
   ctl attach --no-ask -- "$name"
   expect_part "$name: attach again" "$said" "$name: is attached as wanted, nothing to do"
+  ctl attach --no-ask --keep-fresh -- "$name"
+  expect_service "$name" "$(tail -n 1 <<<"$said")"
   ctl list
   expect_part "$name: list" $'\n'"$said"$'\n' $'\n'"$name: attached"$'\n'
   ctl detach -- "$name"
