@@ -49,7 +49,9 @@ public:
     using std::chrono::seconds;
     nanoseconds const pause = std::max(nanoseconds(time), nanoseconds::zero());
     auto const whole = std::chrono::duration_cast<seconds>(pause);
-    timespec const limit{whole.count(), (pause - whole).count()};
+    timespec limit{};
+    limit.tv_sec = static_cast<decltype(limit.tv_sec)>(whole.count());
+    limit.tv_nsec = static_cast<decltype(limit.tv_nsec)>((pause - whole).count());
     sigset_t const held = endingSignals();
     has_taken = sigtimedwait(&held, nullptr, &limit) > 0;
     return has_taken;

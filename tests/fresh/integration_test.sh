@@ -6,7 +6,7 @@ set -eu
 
 # example NAME: the indented lines behind the mark of this name.
 example() {
-  MARK="<!-- $1 -->" awk '
+  MARK="<!-- example/$1 -->" awk '
     $0 == ENVIRON["MARK"] { inside = 1; next }
     inside && /^[^ ]/ { exit }
     inside { print substr($0, 5) }' "$root/docs/integration.md"

@@ -62,6 +62,7 @@ expect_page 'a row takes the place of the one with its first cell, or comes last
 | three | 3 |
 '
 
+# An example's mark has a slash.
 marks=$(sed -n 's/^<!-- \([^/]*\) -->$/\1/p' "$root"/docs/*.md | sort)
 expect_part 'the marks in the documents are found' "$marks" 'end of measured'
 written=$(grep -rhE 'write_figure(s|_row) ' "$root/scripts" | sed 's/$/ /')
