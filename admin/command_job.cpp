@@ -28,6 +28,13 @@ void read_attribute(ipp_attribute_t* attribute, Job& job)
   job.name = text ? text : "";
 }
 
+// A queue can allow some users only, or all but some.
+std::string refusal(Answer const& answer)
+{
+  bool const is_for_user = answer.status == IPP_STATUS_ERROR_NOT_AUTHORIZED;
+  return answer.error + (is_for_user ? "; a queue's list of users is changed by lpadmin -u" : "");
+}
+
 std::vector<Job> read_jobs(Answer const& answer)
 {
   std::vector<Job> jobs;
@@ -55,7 +62,7 @@ SentJob send_ask(Scheduler const& scheduler, std::string const& queue)
   ippAddInteger(request.get(), IPP_TAG_JOB, IPP_TAG_INTEGER, "job-cancel-after", CANCEL_SECONDS);
   ippAddInteger(request.get(), IPP_TAG_JOB, IPP_TAG_INTEGER, "job-priority", HIGHEST_PRIORITY);
   Answer const answer = send(scheduler, std::move(request), "/", file.descriptor());
-  if (!answer.error.empty()) return {0, answer.error};
+  if (!answer.error.empty()) return {0, refusal(answer)};
   for (Job const& job : read_jobs(answer))
     if (job.id > 0) return {job.id, {}};
   return {0, "the scheduler gave the job no number"};

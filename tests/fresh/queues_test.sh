@@ -33,6 +33,7 @@ expect_that 'a queue that is not there is told' log_has 'again: there is no such
 expect_that 'a class is told' log_has 'class: is a class; name the queues in it'
 expect_that 'a queue that refuses us is told, with our name' \
   log_has "refused: its printer is not asked: the scheduler does not let the user $(id -un)"
+expect_that 'and what to do' log_has "(Not allowed to print.); a queue's list of users is changed by lpadmin -u"
 
 # What was owed is asked as soon as it can be.
 scheduler_client cupsenable stopped
