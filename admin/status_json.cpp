@@ -50,7 +50,7 @@ Json status_object(QueueStatus const& status)
 Json unreachable_object(Json const& name)
 {
   Json object = status_object({});
-  for (auto& [member, value] : object.items())
+  for (auto const& [member, value] : object.items())
     if (!value.is_array()) value = nullptr;
   object["queue"] = name;
   object["verdict"] = "scheduler-not-reachable";
