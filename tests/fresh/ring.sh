@@ -128,6 +128,6 @@ most_asks_at_once() {
     { id = $4 " " $5 }
     !(id in ask) { next }
     / Queued on / { open += 1; if (open > most) most = open }
-    / Job (completed|canceled|aborted|purged)/ && !(id in ended) { ended[id] = 1; open -= 1 }
+    / (Job (completed|canceled|aborted|purged)|Canceling stuck job)/ && !(id in ended) { ended[id] = 1; open -= 1 }
     END { print most + 0 }' - "$scheduler_log"
 }
