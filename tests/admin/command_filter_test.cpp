@@ -59,6 +59,9 @@ TEST(CommandFilter, TheCheapestWinsAndTheFirstOfEquals)
   EXPECT_EQ(winner(dear + cheap), 2u);
   EXPECT_EQ(winner(cheap + dear), 1u);
   EXPECT_EQ(winner(cheap + cheap), 1u);
+  std::string const dear2 = "*cupsFilter2: \"application/vnd.cups-command a/b 5 dear\"\n";
+  std::string const cheap2 = "*cupsFilter2: \"application/vnd.cups-command a/b 1 cheap\"\n";
+  EXPECT_EQ(winner(dear2 + cheap2), 2u);
 }
 
 TEST(CommandFilter, AWildcardTakesCommandJobs)
@@ -87,6 +90,7 @@ TEST(CommandFilter, OursMayHaveALimitOrAPath)
   EXPECT_FALSE(is_ours("*cupsFilter: \"a/b 0 commandtovelmo2\"\n"));
   EXPECT_FALSE(is_ours("*cupsFilter: \"a/b 0 notcommandtovelmo\"\n"));
   EXPECT_FALSE(is_ours("*cupsFilter: \"a/b 0 maxsize(10 commandtovelmo\"\n"));
+  EXPECT_FALSE(is_ours("*cupsFilter: \"a/b 0 other) commandtovelmo\"\n"));
   EXPECT_FALSE(is_ours("*cupsFilter: \"commandtovelmo\"\n"));
 }
 
@@ -135,8 +139,9 @@ TEST(CommandFilter, OnlyALineWithOurTypeInFullOffersCommands)
   std::string const others =
       "*cupsFilter: \"broken\"\n*cupsFilter: \"application/vnd.cups-raster 0 r\"\n";
   EXPECT_EQ(problem(others + OURS + LIST), "none");
-  EXPECT_EQ(problem(others + "*cupsFilter: \"application/* 0 commandtovelmo\"\n" + LIST),
-            "the filter is named for a wildcard only, so no commands are offered");
+  for (char const* type : {"application/*", "*/vnd.cups-command"})
+    EXPECT_EQ(problem(others + "*cupsFilter: \"" + type + " 0 commandtovelmo\"\n" + LIST),
+              "the filter is named for a wildcard only, so no commands are offered");
 }
 
 TEST(CommandFilter, EveryProblemIsNamed)

@@ -130,8 +130,8 @@ TEST(Attach, RivalsOfEveryKindAreReplacedInAnyOrder)
   std::string const mark = "*% velmoctl replaced ";
   AttachWishes wishes = texts({{"com.velmo-error0001", "Ours"}});
   wishes.replace = true;
-  EXPECT_EQ(attached(joined({text, list, RIVAL, RASTER}), wishes),
-            joined({mark, text, mark, list, mark, RIVAL, RASTER, BEGIN, OURS, LIST,
+  EXPECT_EQ(attached(joined({list, text, RIVAL, RASTER}), wishes),
+            joined({mark, list, mark, text, mark, RIVAL, RASTER, BEGIN, OURS, LIST,
                     "*cupsIPPReason com.velmo-error0001/Ours: \"\"\n", END}));
 }
 
@@ -229,6 +229,12 @@ TEST(Attach, AVendorsTextIsARivalOfANewOne)
   EXPECT_EQ(attached(file, wishes).substr(0, 40), "*% velmoctl replaced *cupsIPPReason com.");
   EXPECT_EQ(attached(file, texts({{"com.velmo-error0002", "Ours"}})).substr(0, 30),
             vendors.substr(0, 30));
+}
+
+TEST(Attach, ATextWithoutAKeywordIsNoRival)
+{
+  EXPECT_EQ(attached(joined({"*cupsIPPReason: \"\"\n", RASTER})),
+            joined({"*cupsIPPReason: \"\"\n", RASTER, BEGIN, OURS, LIST, END}));
 }
 
 TEST(Attach, AFileThatWouldSwallowTheBlockIsRefused)
