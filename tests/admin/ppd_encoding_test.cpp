@@ -42,3 +42,8 @@ TEST(PpdEncoding, ReadsATextBack)
   EXPECT_EQ(decoded("T\xfcr", CUPS_ISO8859_1), "Tür");
   EXPECT_EQ(decoded("", CUPS_ISO8859_1), "");
 }
+
+TEST(PpdEncoding, ATextThatIsNotInItStaysAsItIs)
+{
+  EXPECT_EQ(decoded("\x81", CUPS_JIS_X0213), "\x81");
+}
