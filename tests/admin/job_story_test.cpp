@@ -246,6 +246,18 @@ TEST(JobStory, NamesWithQuotesAndOrdersAreShownAsTheLogHasThem)
                   .starts_with("Job 7 on a\\\"b for c\\x1b\\\" by \\\"d, "));
 }
 
+TEST(JobStory, EachOfTheseIsAnEnd)
+{
+  for (std::string const line :
+       {"Job completed.", "Job canceled by \"ann\".", "Job aborted due to backend errors.",
+        "Job stopped due to filter errors.", "Job held by \"ann\".",
+        "Stopping job because the scheduler could not execute a filter.",
+        "Aborting job because it has no files.", "Printer stopped due to backend errors."})
+    EXPECT_TRUE(explained(logged(7, LEVELS) + log_head(7, 'I') + line + "\n")
+                    .ends_with("  Ended     " + line + "\n"))
+        << line;
+}
+
 TEST(JobStory, TheLastEndCounts)
 {
   std::string const held =

@@ -49,6 +49,19 @@ TEST(LogExplainer, OneJobMayBeAskedFor)
   EXPECT_TEXT(explained(log, 3), "");
 }
 
+TEST(LogExplainer, AJobIsToldForAnyLineOfTheFilterOrAboutIt)
+{
+  for (std::string const line :
+       {"commandtovelmo (application/vnd.cups-command to application/octet-stream, cost 0)",
+        "Started filter /usr/lib/cups/filter/commandtovelmo (PID 12)",
+        "Unable to start filter \"commandtovelmo\" - No such file or directory.",
+        "PID 12 (/usr/lib/cups/filter/commandtovelmo) exited with no errors.",
+        "wr_esc_wakeup() START", "get_printer_info() START", "get_printer_info_retry() START",
+        "get_job_status() START", "====> command=[a] linenum=1", "printer_info=[UNAVAILABLE]",
+        "#retry_status=[wake_up=1", "STATE: +com.velmo-error0001", "STATE: -com.velmo-error0001"})
+    EXPECT_NE(explained(log_head(1) + line + "\n"), "") << line;
+}
+
 TEST(LogExplainer, JobsOfOtherFiltersAreNotTold)
 {
   LogExplainer explainer({});

@@ -81,6 +81,14 @@ TEST(Verdict, TheQueueGoesBeforeThePrinter)
   EXPECT_EQ(verdict(queue), "not attached");
 }
 
+TEST(FilterFault, NamesWhatTheSchedulerSaysOfAFilter)
+{
+  for (std::string const reason : {"cups-missing-filter-warning", "cups-insecure-filter-warning"})
+    EXPECT_EQ(filter_fault(queue_at(50, {JAM, reason})),
+              "the scheduler does not start a filter of the queue (" + reason + ")");
+  EXPECT_EQ(filter_fault(queue_at(50, {JAM})), "");
+}
+
 TEST(QueueStatus, ReadsWhatTheFilterReported)
 {
   QueueStatus const status = status_of(queue_at(50));
