@@ -6,12 +6,13 @@ import os
 import signal
 import sys
 from collections import Counter
+from concurrent.futures import ThreadPoolExecutor
 from functools import partial
-from multiprocessing import Pool
 from pathlib import Path
 
 from mistakes import mistakes_in
-from rings import KILLED, NOT_COMPILED, PLAIN, SANITIZED, SURVIVED, RedTree, verdict_with
+from rings import (KILLED, NOT_COMPILED, PLAIN, SANITIZED, SURVIVED, RedTree, interrupt,
+                   verdict_with)
 
 EQUIVALENT = "equivalent"
 COLUMNS = [KILLED, SURVIVED, EQUIVALENT, NOT_COMPILED]
@@ -32,8 +33,8 @@ def equivalents(path):
 
 def verdicts(folder, options, mistakes):
     """Each mistake with its verdict, in their order, whichever processor is done first."""
-    with Pool(min(len(os.sched_getaffinity(0)), len(mistakes)) or 1) as pool:
-        yield from zip(mistakes, pool.imap(partial(verdict_with, folder, options), mistakes))
+    with ThreadPoolExecutor(min(len(os.sched_getaffinity(0)), len(mistakes)) or 1) as workers:
+        yield from zip(mistakes, workers.map(partial(verdict_with, folder, options), mistakes))
 
 
 def table(results):
@@ -70,7 +71,12 @@ def main(folder, equivalent_file, *sources):
     sys.exit(len(survivors) > 0)
 
 
-signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # so that what runs is ended as well
+def stop(*_):
+    interrupt()
+    sys.exit(1)
+
+
+signal.signal(signal.SIGTERM, stop)
 try:
     main(*sys.argv[1:])
 except RedTree as red:

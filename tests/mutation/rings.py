@@ -1,13 +1,14 @@
-"""Builds of a tree, held against the test rings. Each worker has a copy of the tree and a build
-folder of its own, so that one mistake costs one compilation, one link and one run."""
+"""Builds of a tree, held against the test rings. Each worker is a thread with a copy of the tree
+and a build folder of its own, so that one mistake costs one compilation, one link and one run."""
 
 import os
-import resource
 import shutil
 import signal
 import subprocess
+import tempfile
+import threading
 from contextlib import contextmanager, suppress
-from functools import cache
+from pathlib import Path
 
 # The test programs, the fastest to find a mistake first, and where a build puts them.
 FILTER = {
@@ -39,7 +40,20 @@ CPU_LIMIT = 10  # of processor time, as a loop without end takes it
 MEMORY_LIMIT = 4 << 30
 FILE_LIMIT = 256 << 20
 
+# A mistake may well fill the memory or the disk.
+BOUND = ["prlimit", f"--fsize={FILE_LIMIT}", "--core=0"]
+BOUND_MEMORY = [f"--as={MEMORY_LIMIT}", f"--cpu={CPU_LIMIT}"]
+
 KILLED, SURVIVED, NOT_COMPILED = "killed", "survived", "not compiled"
+
+own = threading.local()  # the builds of a worker
+lock = threading.Lock()  # over the two below
+running = set()
+interrupted = False
+
+
+class Interrupted(Exception):
+    """The trial is over; nothing more is started."""
 
 
 def end(child):
@@ -51,17 +65,38 @@ def end(child):
                 child.wait(5)
 
 
-def succeeds(command, seconds, prepare=None):
-    """Runs a command, and ends it when its time is up or the trial is interrupted."""
+def interrupt():
+    """Ends what runs, and lets nothing more start."""
+    global interrupted
+    with lock:
+        interrupted = True
+        for child in running:
+            with suppress(ProcessLookupError):
+                os.killpg(child.pid, signal.SIGTERM)
+
+
+def start(command):
     quiet = subprocess.DEVNULL
-    child = subprocess.Popen(command, stdin=quiet, stdout=quiet, stderr=quiet,
-                             start_new_session=True, preexec_fn=prepare)
+    with lock:
+        if interrupted:
+            raise Interrupted
+        child = subprocess.Popen(command, stdin=quiet, stdout=quiet, stderr=quiet,
+                                 start_new_session=True)
+        running.add(child)
+        return child
+
+
+def succeeds(command, seconds):
+    """Runs a command, and ends it when its time is up or the trial is interrupted."""
+    child = start(command)
     try:
         return child.wait(seconds) == 0
     except subprocess.TimeoutExpired:
         return False
     finally:
         end(child)
+        with lock:
+            running.remove(child)
 
 
 class RedTree(Exception):
@@ -73,26 +108,18 @@ class Build:
         self.tree = tree
         self.rings = rings
         self.directory = tree / "build"
-        self.reserves_memory = options == SANITIZED
+        self.bound = BOUND if options == SANITIZED else [*BOUND, *BOUND_MEMORY]
         configure = ["cmake", "-G", "Ninja", "-S", tree, "-B", self.directory, *options]
-        if subprocess.run(configure, check=False, stdout=subprocess.DEVNULL).returncode != 0:
+        if not succeeds(configure, BUILD_LIMIT):
             raise RedTree("CMake does not take the tree")
-
-    def bound(self):
-        """A mistake may well fill the memory or the disk."""
-        resource.setrlimit(resource.RLIMIT_FSIZE, (FILE_LIMIT, FILE_LIMIT))
-        resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
-        if not self.reserves_memory:
-            resource.setrlimit(resource.RLIMIT_AS, (MEMORY_LIMIT, MEMORY_LIMIT))
-            resource.setrlimit(resource.RLIMIT_CPU, (CPU_LIMIT, CPU_LIMIT))
 
     def verdict(self):
         """What the rings say of the tree as it is now; the first that is red ends it."""
         for target, path in self.rings.items():
             if not succeeds(["ninja", "-C", self.directory, "-j1", target], BUILD_LIMIT):
                 return NOT_COMPILED
-            test = [self.directory / path, "--gtest_brief=1", "--gtest_fail_fast"]
-            if not succeeds(test, TEST_LIMIT, self.bound):
+            test = [*self.bound, self.directory / path, "--gtest_brief=1", "--gtest_fail_fast"]
+            if not succeeds(test, TEST_LIMIT):
                 return KILLED
         return SURVIVED
 
@@ -105,14 +132,16 @@ class Build:
         path.write_text(original)
 
 
-@cache
 def own_build(folder, options, product):
-    """The build of this process, in a copy of the tree that no other one touches."""
-    tree = folder / f"worker-{os.getpid()}-{product}"
-    shutil.copytree(folder / "tree", tree)
-    build = Build(tree, options, VELMOCTL if product == "velmoctl" else FILTER)
-    if build.verdict() != SURVIVED:
-        raise RedTree("the tree does not build, or its tests are red, without a mistake")
+    """The build of this worker, in a copy of the tree that no other one touches."""
+    build = getattr(own, product, None)
+    if build is None:
+        tree = Path(tempfile.mkdtemp(prefix=f"{product}-", dir=folder))
+        shutil.copytree(folder / "tree", tree, dirs_exist_ok=True)
+        build = Build(tree, options, VELMOCTL if product == "velmoctl" else FILTER)
+        if build.verdict() != SURVIVED:
+            raise RedTree("the tree does not build, or its tests are red, without a mistake")
+        setattr(own, product, build)
     return build
 
 
