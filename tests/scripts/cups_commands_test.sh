@@ -21,9 +21,9 @@ while IFS= read -r list; do
   expect "${list%:cupsCommands*}" "$(tr ' ' '\n' <<<"${list##*\"}" | sort)" "$known"
 done <<<"$lists"
 
-expect "the commands that velmoctl attaches" "$(sed -n 's/.* OUR_COMMANDS{\(.*\)};/\1/p' \
-  admin/command_filter.h | tr -d '" ' | tr , '\n' | sort)" "$known"
+expect "the commands that velmoctl attaches" "$(tr '\n' ' ' <admin/command_filter.h |
+  sed -n 's/.* OUR_COMMANDS{\([^}]*\)}.*/\1/p' | tr -d '" ' | tr , '\n' | sort)" "$known"
 
-page=$(sed -n '/^\.Bl .*ReportLevels/,/^\.El/s/^\.It Cm //p' packaging/commandtovelmo.8 | sort)
+page=$(sed -n '/^\.Bl .*Report/,/^\.El/s/^\.It Cm //p' packaging/commandtovelmo.8 | sort)
 expect 'the directives in the manual page of the filter' "$page" "$known"
 expect_end

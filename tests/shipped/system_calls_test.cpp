@@ -91,7 +91,9 @@ TEST(WholeRun, CarriesOutBothDirectives)
       run.messages.substr(run.messages.size() - std::min(reasons.size(), run.messages.size())),
       reasons);
   std::string const failed_read = failed_read_text(0);
-  EXPECT_EQ(run.messages.find(failed_read.substr(0, failed_read.find("ret="))), std::string::npos);
+  std::size_t const result = failed_read.find("ret=");
+  ASSERT_NE(result, std::string::npos) << failed_read;
+  EXPECT_EQ(run.messages.find(failed_read.substr(0, result)), std::string::npos);
 }
 
 TEST(WholeRun, NeedsNoOtherSystemCallsThanThese)
