@@ -14,7 +14,6 @@
 namespace {
 
 constexpr std::string_view REPLY = "[STS] ";
-constexpr std::string_view DIRECTIVE = "====> command=[";
 constexpr std::string_view REASON_ADDED = "STATE: +com.velmo-error";
 constexpr std::string_view REASON_TAKEN_BACK = "STATE: -com.velmo-error";
 constexpr std::string_view RECEIVED = "Received ";  // N bytes of back-channel data
@@ -99,7 +98,7 @@ void JobStory::addQueued(std::string_view text)
 
 void JobStory::addDirective(std::string_view text)
 {
-  text.remove_prefix(DIRECTIVE.size());
+  text.remove_prefix(text.find('[') + 1);
   std::size_t const at = text.rfind("] linenum=");
   std::string_view const name = text.substr(0, at);
   std::string_view const number = text.substr(text.find('=', at) + 1);

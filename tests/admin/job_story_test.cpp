@@ -2,6 +2,7 @@
 #include "admin/job_story.h"
 
 #include "admin/log_explainer.h"
+#include "admin/log_failures.h"
 #include "tests/admin/logged_text.h"
 #include "tests/harness/same_text.h"
 #include "tests/oracle/run_text.h"
@@ -174,6 +175,28 @@ TEST(JobStory, AnAnswerThatIsTooShortIsKnownByTheBackendsCount)
           .starts_with("  Failed    cupsBackChannelRead()"));
 }
 
+TEST(JobStory, BytesThatCameAreToldOfAReadThatFailsOnly)
+{
+  EXPECT_TEXT(explained(logged_begin(7)
+                        + logged(7, start_text("get_printer_info")
+                                        + "DEBUG: Received 192 bytes of back-channel data\n")
+                        + log_head(7, 'W') + "out of paper\n" + logged_end(7)),
+              "Job 7 on photo for ann, 22/Nov/2026:01:33:47 +0000\n"
+              "  Said      out of paper\n"
+              "  Ended     Job completed.\n");
+}
+
+TEST(JobStory, AnAnswerIsToldBeforeWhatComesBehindItsLastLine)
+{
+  EXPECT_TEXT(explained(logged_begin(7)
+                        + logged(7, start_text("get_printer_info")
+                                        + dump_text("[STS]", StatusReply().bytes()))
+                        + log_head(7, 'W') + "out of paper\n" + logged_end(7)),
+              "Job 7 on photo for ann, 22/Nov/2026:01:33:47 +0000\n" + std::string(GOOD_ANSWER)
+                  + "  Said      out of paper\n"
+                    "  Ended     Job completed.\n");
+}
+
 TEST(JobStory, AnAnswerOfWhichLinesAreMissingIsNotRead)
 {
   StatusReply const reply;
@@ -268,6 +291,16 @@ TEST(JobStory, TheLastEndCounts)
   EXPECT_TRUE(
       text.ends_with("command file\n  Ended     Job aborted after 5 unsuccessful attempts.\n"))
       << text;
+}
+
+TEST(JobStory, AFailureIsToldWithItsCauseAndItsCure)
+{
+  LogFailure const* const failure = find_log_failure("cupsBackChannelRead() failed. ret=-1");
+  ASSERT_NE(failure, nullptr);
+  EXPECT_TEXT(told_of(start_text("get_printer_info") + failed_read_text(-1)),
+              "  Failed    cupsBackChannelRead() failed. ret=-1\n    Cause   "
+                  + std::string(failure->cause) + "\n    Cure    " + std::string(failure->cure)
+                  + "\n");
 }
 
 TEST(JobStory, NothingOfAFailureReachesATerminalAsAnOrder)
