@@ -72,6 +72,8 @@ def main(folder, equivalent_file, *sources):
 
 
 def stop(*_):
+    # A second one would wait for the lock that the first one holds.
+    signal.signal(signal.SIGTERM, signal.SIG_IGN)
     interrupt()
     sys.exit(1)
 

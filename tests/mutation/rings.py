@@ -8,6 +8,7 @@ import subprocess
 import tempfile
 import threading
 from contextlib import contextmanager, suppress
+from functools import cache
 from pathlib import Path
 
 # The test programs, the fastest to find a mistake first, and where a build puts them.
@@ -46,7 +47,6 @@ BOUND_MEMORY = [f"--as={MEMORY_LIMIT}", f"--cpu={CPU_LIMIT}"]
 
 KILLED, SURVIVED, NOT_COMPILED = "killed", "survived", "not compiled"
 
-own = threading.local()  # the builds of a worker
 lock = threading.Lock()  # over the two below
 running = set()
 interrupted = False
@@ -75,20 +75,20 @@ def interrupt():
                 os.killpg(child.pid, signal.SIGTERM)
 
 
-def start(command):
+def start(command, errors):
     quiet = subprocess.DEVNULL
     with lock:
         if interrupted:
             raise Interrupted
-        child = subprocess.Popen(command, stdin=quiet, stdout=quiet, stderr=quiet,
+        child = subprocess.Popen(command, stdin=quiet, stdout=quiet, stderr=errors,
                                  start_new_session=True)
         running.add(child)
         return child
 
 
-def succeeds(command, seconds):
+def succeeds(command, seconds, errors=subprocess.DEVNULL):
     """Runs a command, and ends it when its time is up or the trial is interrupted."""
-    child = start(command)
+    child = start(command, errors)
     try:
         return child.wait(seconds) == 0
     except subprocess.TimeoutExpired:
@@ -110,7 +110,7 @@ class Build:
         self.directory = tree / "build"
         self.bound = BOUND if options == SANITIZED else [*BOUND, *BOUND_MEMORY]
         configure = ["cmake", "-G", "Ninja", "-S", tree, "-B", self.directory, *options]
-        if not succeeds(configure, BUILD_LIMIT):
+        if not succeeds(configure, BUILD_LIMIT, errors=None):
             raise RedTree("CMake does not take the tree")
 
     def verdict(self):
@@ -132,21 +132,19 @@ class Build:
         path.write_text(original)
 
 
-def own_build(folder, options, product):
-    """The build of this worker, in a copy of the tree that no other one touches."""
-    build = getattr(own, product, None)
-    if build is None:
-        tree = Path(tempfile.mkdtemp(prefix=f"{product}-", dir=folder))
-        shutil.copytree(folder / "tree", tree, dirs_exist_ok=True)
-        build = Build(tree, options, VELMOCTL if product == "velmoctl" else FILTER)
-        if build.verdict() != SURVIVED:
-            raise RedTree("the tree does not build, or its tests are red, without a mistake")
-        setattr(own, product, build)
+@cache
+def own_build(folder, options, product, _worker):
+    """The build of a worker, in a copy of the tree that no other one touches."""
+    tree = Path(tempfile.mkdtemp(prefix=f"{product}-", dir=folder)) / "tree"
+    shutil.copytree(folder / "tree", tree)
+    build = Build(tree, options, VELMOCTL if product == "velmoctl" else FILTER)
+    if build.verdict() != SURVIVED:
+        raise RedTree("the tree does not build, or its tests are red, without a mistake")
     return build
 
 
 def verdict_with(folder, options, mistake):
     product = "velmoctl" if mistake.file.startswith("admin/") else "filter"
-    build = own_build(folder, options, product)
+    build = own_build(folder, options, product, threading.get_ident())
     with build.made(mistake):
         return build.verdict()
