@@ -16,12 +16,14 @@ std::string explained(std::string const& log)
   return text += explainer.finish();
 }
 
-// What is told between the head of a whole job and its end.
-std::string told_of(std::string const& messages)
+// What is told between the head of a whole job and its end; lines of others stand behind the
+// filter's.
+std::string told_of(std::string const& messages, std::string const& others = "")
 {
   std::string const head = "Job 7 on photo for ann, 22/Nov/2026:01:33:47 +0000\n";
   std::string const tail = "  Ended     Job completed.\n";
-  std::string const text = explained(logged_begin(7) + logged(7, messages) + logged_end(7));
+  std::string const text =
+      explained(logged_begin(7) + logged(7, messages) + others + logged_end(7));
   if (!text.starts_with(head) || !text.ends_with(tail)) return text;
   return text.substr(head.size(), text.size() - head.size() - tail.size());
 }
@@ -46,6 +48,9 @@ constexpr char const* GOOD_ANSWER =
     "    error_info      GOOD            no error\n"
     "    ink ribbon      120 / 300       prints left of the ribbon's\n"
     "    ink_sheet_type  0x84            ribbon for 13x18(5x7\u2033)\n";
+
+std::string const WARNING = log_head(7, 'W') + "out of paper\n";
+constexpr char const* WARNING_TOLD = "  Said      out of paper\n";
 
 std::string const LEVELS = directive_text("ReportLevels", 2);
 
@@ -177,24 +182,17 @@ TEST(JobStory, AnAnswerThatIsTooShortIsKnownByTheBackendsCount)
 
 TEST(JobStory, BytesThatCameAreToldOfAReadThatFailsOnly)
 {
-  EXPECT_TEXT(explained(logged_begin(7)
-                        + logged(7, start_text("get_printer_info")
-                                        + "DEBUG: Received 192 bytes of back-channel data\n")
-                        + log_head(7, 'W') + "out of paper\n" + logged_end(7)),
-              "Job 7 on photo for ann, 22/Nov/2026:01:33:47 +0000\n"
-              "  Said      out of paper\n"
-              "  Ended     Job completed.\n");
+  EXPECT_TEXT(
+      told_of(start_text("get_printer_info") + "DEBUG: Received 192 bytes of back-channel data\n",
+              WARNING),
+      WARNING_TOLD);
 }
 
 TEST(JobStory, AnAnswerIsToldBeforeWhatComesBehindItsLastLine)
 {
-  EXPECT_TEXT(explained(logged_begin(7)
-                        + logged(7, start_text("get_printer_info")
-                                        + dump_text("[STS]", StatusReply().bytes()))
-                        + log_head(7, 'W') + "out of paper\n" + logged_end(7)),
-              "Job 7 on photo for ann, 22/Nov/2026:01:33:47 +0000\n" + std::string(GOOD_ANSWER)
-                  + "  Said      out of paper\n"
-                    "  Ended     Job completed.\n");
+  EXPECT_TEXT(
+      told_of(start_text("get_printer_info") + dump_text("[STS]", StatusReply().bytes()), WARNING),
+      std::string(GOOD_ANSWER) + WARNING_TOLD);
 }
 
 TEST(JobStory, AnAnswerOfWhichLinesAreMissingIsNotRead)
