@@ -113,8 +113,12 @@ scheduler_run_cupsd() {
 
 # scheduler_client COMMAND [ARGUMENT...]: runs a client of the private scheduler, which
 # sees neither the system's client configuration nor the user's.
-scheduler_client() {
-  env -u CUPS_ENCRYPTION -u CUPS_USER -u LPDEST -u PRINTER \
+scheduler_client() { (scheduler_exec "$@"); }
+
+# scheduler_exec COMMAND [ARGUMENT...]: becomes such a client: behind it, `&` gives the number of
+# the client itself, which can then be ended.
+scheduler_exec() {
+  exec env -u CUPS_ENCRYPTION -u CUPS_USER -u LPDEST -u PRINTER \
     CUPS_SERVER="$scheduler_dir/clients/socket" CUPS_SERVERROOT="$scheduler_dir/etc" \
     CUPS_STATEDIR="$scheduler_dir/state" HOME="$scheduler_dir/clients" LC_ALL=C.UTF-8 "$@"
 }

@@ -43,17 +43,11 @@ add_queues() {
   for name; do scheduler_add_queue "$name" "$(printer_uri)"; done
 }
 
-# fresh_start ARGUMENT...: starts velmoctl keep-fresh, behind the words of fresh_prefix. It tells
-# its number and becomes the program.
+# fresh_start ARGUMENT...: starts velmoctl keep-fresh, behind the words of fresh_prefix.
 fresh_prefix=()
 fresh_start() {
-  rm -f "$work/pid"
-  # shellcheck disable=SC2016 # for the shell that runs it
-  scheduler_client sh -c 'echo $$ >"$1"; shift; exec "$@"' sh "$work/pid" \
-    "${fresh_prefix[@]}" "$VELMOCTL" keep-fresh "$@" 2>>"$work/log" &
-  fresh_job=$!
-  wait_until "$LONG" test -s "$work/pid" || expect 'keep-fresh' 'has not started' 'has started'
-  fresh_pid=$(<"$work/pid")
+  scheduler_exec "${fresh_prefix[@]}" "$VELMOCTL" keep-fresh "$@" 2>>"$work/log" &
+  fresh_pid=$!
 }
 
 # Ends it, also where a test has stopped it; its exit status is in $fresh_status.
@@ -63,7 +57,7 @@ fresh_stop() {
   kill -CONT "$fresh_pid" 2>/dev/null || true
   fresh_status=0
   # shellcheck disable=SC2034 # for the tests
-  wait "$fresh_job" || fresh_status=$?
+  wait "$fresh_pid" || fresh_status=$?
   fresh_pid=
 }
 
