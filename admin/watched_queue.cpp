@@ -126,11 +126,13 @@ WatchedQueue watch(std::string const& name, std::optional<Duration> settle, Fres
 }
 
 // The last look before an ask is a fresh one.
-void tend(Scheduler const& scheduler, WatchedQueue& queue, Time now)
+bool tend(Scheduler const& scheduler, WatchedQueue& queue, Time now)
 {
   bool const is_overdue = waits_for_change(queue) && now >= queue.looked_at + LOOK_PAUSE;
   if (queue.has_changed || is_overdue || is_due(queue, now)) look(scheduler, queue);
-  if (is_due(queue, now)) ask(scheduler, queue);
+  if (!is_due(queue, now)) return false;
+  ask(scheduler, queue);
+  return true;
 }
 
 std::optional<Time> tend_time(WatchedQueue const& queue)

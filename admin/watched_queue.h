@@ -23,8 +23,9 @@ struct WatchedQueue {
 WatchedQueue watch(std::string const& name, std::optional<Duration> settle, FreshRules const& rules,
                    Time now);
 
-// Looks at the queue if it has to be looked at, and asks its printer if an ask is due.
-void tend(Scheduler const& scheduler, WatchedQueue& queue, Time now);
+// Looks at the queue if it has to be looked at, and asks its printer if an ask is due. Tells
+// whether it was.
+bool tend(Scheduler const& scheduler, WatchedQueue& queue, Time now);
 
 // When it has to be tended next, unless an event comes before; nothing: never.
 std::optional<Time> tend_time(WatchedQueue const& queue);
