@@ -88,6 +88,17 @@ TEST_F(EventStreams, LostEventsAreAPrintThatNobodySaw)
   EXPECT_EQ(requestsAt(seconds(6)), "Get-Notifications 8 1\n");
 }
 
+TEST_F(EventStreams, ThousandsOfEventsAtOnceAreAllHeardInOneGo)
+{
+  requestsAt(seconds(0));
+  constexpr int MANY = 5000;
+  for (int i = 1; i <= MANY; ++i) fake.kept.push_back({i, 5000, true});
+  requestsAt(seconds(2));
+  EXPECT_EQ(queues[0].state.prints, MANY);
+  EXPECT_EQ(requestsAt(seconds(4)), "Get-Notifications 7 5000\n");
+  EXPECT_EQ(queues[0].state.prints, MANY) << "the last one is fetched again, and is none";
+}
+
 TEST_F(EventStreams, ASchedulerThatIsBackFindsTheOldSubscriptionCancelled)
 {
   requestsAt(seconds(0));
