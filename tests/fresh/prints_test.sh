@@ -10,7 +10,7 @@ add_queues command cancelled second held print
 scheduler_add_queue busy "$NOBODY"
 print busy
 print held -o job-hold-until=indefinite
-fresh_start --settle 0.3 --idle 0 busy command cancelled second held print PRINT
+fresh_start --settle 0.3 --idle 0 busy command cancelled second held HELD print
 wait_asked print 1
 wait_message print 'Prints Remaining = 350 / 700'
 expect 'a held job is none that keeps from asking' "$(count_asks held)" 1
@@ -36,7 +36,7 @@ difference=$(($(created "$(asks_of print | sed -n 2p)") - before))
 expect_that 'two asks are 15 seconds apart' test "$difference" -ge 15
 wait_message print 'Prints Remaining = 346 / 700'
 expect 'prints one after the other are one ask' "$(count_asks print)" 2
-expect 'a queue that is named twice is one' "$(count_asks PRINT)" 0
+expect 'a queue that is named twice is one' "$(count_asks HELD)" 0
 expect 'a command job of somebody else is no print' "$(count_asks command)" 1
 expect 'a job that was not begun is no print' "$(count_asks cancelled)" 1
 expect 'a print that brings its level is not asked for' "$(count_asks second)" 1
