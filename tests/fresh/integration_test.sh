@@ -65,4 +65,16 @@ expect_shown 'ipptool: the level' 'marker-levels (integer) = 49'
 expect_shown 'ipptool: the clock' 'printer-up-time (integer) = '
 show /usr/bin/python3 -c "$(example python-cups.py)"
 expect_shown 'python3-cups' '49 Prints Remaining = 349 / 700 '
+
+# --- npm's package, which speaks TCP only; scripts/test-npm fetches it
+if [[ ${NODE_PATH-} ]]; then
+  address=127.0.0.1:$(python3 -c 'import socket
+with socket.create_server(("127.0.0.1", 0)) as free: print(free.getsockname()[1])')
+  restart "Listen $address"
+  code=$(example node-ipp.js)
+  show node -e "${code/'localhost:631'/"$address"}"
+  expect_shown 'npm: one value is the value itself' '49 Prints Remaining = 349 / 700 '
+else
+  echo "not run: npm's example; scripts/test-npm fetches what it needs"
+fi
 expect_end
