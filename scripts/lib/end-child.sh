@@ -1,10 +1,16 @@
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2034 # child_status is for the caller
 # Ending a program that a script has started.
 
 # end_child PID...: ends these children, also those that have been stopped, and returns when they
-# have ended. Harmless for one that has ended before.
+# have ended; the exit status of the last is in $child_status. Harmless for one that has ended
+# before. What is ending is not to be continued: a sanitizer stops it to look for leaks, and would
+# wait for ever.
 end_child() {
   local child
-  for child; do kill "$child" 2>/dev/null && kill -CONT "$child" 2>/dev/null || true; done
-  for child; do wait "$child" 2>/dev/null || true; done
+  for child; do kill -CONT "$child" 2>/dev/null || true; kill "$child" 2>/dev/null || true; done
+  for child; do
+    # shellcheck disable=SC2034 # for the caller
+    child_status=0
+    wait "$child" 2>/dev/null || child_status=$?
+  done
 }

@@ -1,4 +1,4 @@
-# shellcheck shell=bash disable=SC2154 # shares its queue, its colours and its count with scripts/demo
+# shellcheck shell=bash disable=SC2034,SC2154 # shares its queue, its colours and its count with scripts/demo
 # The scenes of scripts/demo --fresh: people print and change the ribbon, and the level moves by
 # itself, because velmoctl keep-fresh is running.
 

@@ -11,7 +11,7 @@ add_queues "${queues[@]}"
 fresh_start --settle 0.2 --idle 0 "${queues[@]}"
 all_asks() { grep -cF ': asks its printer, job ' "$work/log" || true; }
 asks_are() { (($(all_asks) >= $1)); }
-wait_until "$LONG" asks_are 60 || expect 'asks at the start' "$(all_asks)" 60
+wait_for asks_are 60 || give_up 'asks at the start' "$(all_asks)" 60
 for queue in "${queues[@]}"; do wait_no_jobs "$queue"; done
 # 15 seconds after the last ask of the start.
 print photo60

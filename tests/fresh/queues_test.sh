@@ -20,7 +20,7 @@ scheduler_add_queue detached "$(printer_uri)" "$work/bare.ppd"
 scheduler_client lpadmin -p refused -u "deny:$(id -un)" 2>/dev/null
 scheduler_client lpadmin -x again
 processing() { [[ $(scheduler_printer_attribute "$1" printer-state) == processing ]]; }
-wait_until "$LONG" processing busy || expect 'the queue busy' 'is idle' 'is processing'
+wait_for processing busy || give_up 'the queue busy' 'is idle' 'is processing'
 fresh_start --settle 0.2 --idle 0 busy stopped rejecting detached again refused class member caught usual
 wait_asked usual 1
 for queue in stopped rejecting detached again; do
@@ -59,7 +59,7 @@ wait_asked caught 1
 print caught
 print usual
 wait_asked caught 2
-wait_until "$LONG" processing caught || expect 'the queue caught' 'is idle' 'is processing'
+wait_for processing caught || give_up 'the queue caught' 'is idle' 'is processing'
 scheduler_client cupsdisable caught
 wait_no_jobs caught
 expect 'a job that a pause has caught is taken back' "$(jobs_of caught)" 0

@@ -47,7 +47,7 @@ kill -STOP "$scheduler_pid"
 sleep 1 # by then it waits for an answer
 kill "$fresh_pid"
 ended() { ! kill -0 "$fresh_pid" 2>/dev/null; }
-wait_until "$LONG" ended || expect 'keep-fresh before a scheduler that hangs' 'goes on' 'ends'
+wait_for ended || give_up 'keep-fresh before a scheduler that hangs' 'goes on' 'ends'
 kill -CONT "$scheduler_pid"
 
 expect_end

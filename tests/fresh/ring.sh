@@ -24,7 +24,17 @@ echo 'a picture' >"$work/picture"
 # A device that takes no connection: what is printed there waits for it.
 # shellcheck disable=SC2034 # for the tests
 NOBODY='socket://127.0.0.1:9/?snmp=false'
-LONG=60 # seconds: more than any wait of keep-fresh that a test is about
+LONG=120 # seconds: more than any wait of keep-fresh that a test is about
+
+# wait_for COMMAND [ARGUMENT...]: waits until it succeeds.
+wait_for() { wait_until "$LONG" "$@"; }
+
+# give_up WHAT IS SHOULD: ends the test, because what follows would wait in vain.
+give_up() {
+  expect_failed "$1" "is        \"$2\"
+should be \"$3\""
+  exit 1
+}
 
 # restart [SETTING]: ends the scheduler and starts it again, with one more line of cupsd.conf.
 restart() {
@@ -34,7 +44,7 @@ restart() {
 }
 run_scheduler() {
   scheduler_run_cupsd
-  wait_until "$LONG" scheduler_is_settled || expect 'the scheduler' 'does not answer' 'answers'
+  wait_for scheduler_is_settled || give_up 'the scheduler' 'does not answer' 'answers'
 }
 
 # add_queues NAME...: queues in front of the printer; a queue of this PPD file is attached.
@@ -53,11 +63,9 @@ fresh_start() {
 # Ends it, also where a test has stopped it; its exit status is in $fresh_status.
 fresh_stop() {
   [[ $fresh_pid ]] || return 0
-  kill "$fresh_pid" 2>/dev/null || true
-  kill -CONT "$fresh_pid" 2>/dev/null || true
-  fresh_status=0
-  # shellcheck disable=SC2034 # for the tests
-  wait "$fresh_pid" || fresh_status=$?
+  end_child "$fresh_pid"
+  # shellcheck disable=SC2034,SC2154 # for the tests; set by end_child
+  fresh_status=$child_status
   fresh_pid=
 }
 
@@ -72,11 +80,11 @@ count_asks() { asks_of "$1" | grep -c . || true; }
 was_asked() { (($(count_asks "$1") >= $2)); }
 
 # wait_log TEXT: waits until the log has it.
-wait_log() { wait_until "$LONG" log_has "$1" || expect_part 'the log' "$(<"$work/log")" "$1"; }
+wait_log() { wait_for log_has "$1" || give_up 'the log' "$(<"$work/log")" "something with $1"; }
 
 # wait_asked QUEUE TIMES: waits until its printer was asked so often.
 wait_asked() {
-  wait_until "$LONG" was_asked "$@" || expect "how often $1 was asked" "$(count_asks "$1")" "$2"
+  wait_for was_asked "$@" || give_up "how often $1 was asked" "$(count_asks "$1")" "$2"
 }
 
 # print QUEUE [OPTION...]: prints there. command_job QUEUE: has somebody else send a command job.
@@ -87,12 +95,12 @@ command_job() {
 }
 message_is() { [[ $(scheduler_printer_attribute "$1" marker-message) == "$2" ]]; }
 wait_message() {
-  wait_until "$LONG" message_is "$@" ||
-    expect "what $1 shows" "$(scheduler_printer_attribute "$1" marker-message)" "$2"
+  wait_for message_is "$@" ||
+    give_up "what $1 shows" "$(scheduler_printer_attribute "$1" marker-message)" "$2"
 }
 jobs_of() { scheduler_printer_attribute "$1" queued-job-count; }
 no_jobs() { [[ $(jobs_of "$1") == 0 ]]; }
-wait_no_jobs() { wait_until "$LONG" no_jobs "$1" || expect "jobs on $1" "$(jobs_of "$1")" 0; }
+wait_no_jobs() { wait_for no_jobs "$1" || give_up "jobs on $1" "$(jobs_of "$1")" 0; }
 
 # The subscriptions that the scheduler has.
 subscriptions() {

@@ -1,6 +1,6 @@
 #!/bin/bash
 # Runs these tests of the ring at the same time: most of what they do is wait. The output of
-# those that fail is shown.
+# those that fail is shown; of one that never ends, its name is the last line.
 # Usage: side_by_side.sh TEST...
 set -eu
 folder=$(dirname "$0")
@@ -18,6 +18,7 @@ for test; do
 done
 status=0
 for test; do
+  echo "waits for $test"
   wait "${children[$test]}" && continue
   status=1
   printf '== %s\n' "$test"

@@ -14,7 +14,7 @@ add_queues photo late
 fresh_start --settle 0.2 --idle 0 photo
 wait_asked photo 1
 gone() { [[ $(scheduler_printer_attribute photo marker-levels) == -2 ]]; }
-wait_until "$LONG" gone || expect 'a printer that does not answer' 'a level' -2
+wait_for gone || give_up 'a printer that does not answer' 'a level' -2
 wait_asked photo 2
 wait_no_jobs photo
 printer_tell close-after-wake-up off
