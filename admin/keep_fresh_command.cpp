@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstddef>
 
+#include "admin/ask_turns.h"
 #include "admin/event_stream.h"
 #include "admin/heard_events.h"
 #include "admin/signal_hold.h"
@@ -19,15 +19,6 @@ using std::chrono::seconds;
 
 constexpr Duration POLL_PAUSE = seconds(2);
 constexpr Duration SHORTEST_PAUSE = milliseconds(100);
-// The scheduler keeps 100 events, and each ask brings about some. If they were more than that
-// between two polls, events would go unseen, and for those every printer would be asked anew.
-constexpr std::size_t ASKS_PER_POLL = 10;
-
-// How many printers may be asked until the next poll.
-struct AskBudget {
-  Time poll;
-  std::size_t asks;
-};
 
 Duration in_seconds(double number) { return duration_cast<Duration>(duration<double>(number)); }
 
@@ -50,29 +41,6 @@ Duration poll_pause(KeepFreshOptions const& options)
   return std::clamp(in_seconds(*options.settle_seconds), SHORTEST_PAUSE, POLL_PAUSE);
 }
 
-// Without a subscription no event can go unseen.
-AskBudget budget_for(EventStream const& stream, std::size_t queues, AskBudget const& budget)
-{
-  if (stream.subscription.id == 0) return {stream.last_poll, queues};
-  return stream.last_poll == budget.poll ? budget : AskBudget{stream.last_poll, ASKS_PER_POLL};
-}
-
-// Does what is due and returns when there is more to do.
-Time tend_all(EventStream& stream, std::vector<WatchedQueue>& queues, AskBudget& budget, Time now)
-{
-  Time next = keep_listening(stream, queues, now);
-  if (!stream.scheduler.http) return next;
-  budget = budget_for(stream, queues.size(), budget);
-  for (WatchedQueue& queue : queues) {
-    // A scheduler that hangs would take its time for each.
-    if (SignalHold::hasSignalCome()) return now;
-    if (budget.asks == 0) break;
-    if (tend(stream.scheduler, queue, now)) budget.asks -= 1;
-    next = std::min(next, tend_time(queue).value_or(next));
-  }
-  return next;
-}
-
 }  // namespace
 
 int run_keep_fresh(std::string const& server, KeepFreshOptions const& options)
@@ -81,9 +49,9 @@ int run_keep_fresh(std::string const& server, KeepFreshOptions const& options)
   Time now = std::chrono::steady_clock::now();
   EventStream stream = open_stream(server, poll_pause(options), now);
   std::vector<WatchedQueue> queues = watch_all(options, now);
-  AskBudget budget{};
+  AskTurns turns{};
   for (;;) {
-    Time const next = tend_all(stream, queues, budget, now);
+    Time const next = tend_in_turns(stream, queues, turns, now);
     if (SignalHold::takeSignalWithin(next - std::chrono::steady_clock::now())) break;
     now = std::chrono::steady_clock::now();
   }

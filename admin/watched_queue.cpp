@@ -126,11 +126,11 @@ WatchedQueue watch(std::string const& name, std::optional<Duration> settle, Fres
 }
 
 // The last look before an ask is a fresh one.
-bool tend(Scheduler const& scheduler, WatchedQueue& queue, Time now)
+bool tend(Scheduler const& scheduler, WatchedQueue& queue, bool may_ask, Time now)
 {
   bool const is_overdue = waits_for_change(queue) && now >= queue.looked_at + LOOK_PAUSE;
-  if (queue.has_changed || is_overdue || is_due(queue, now)) look(scheduler, queue);
-  if (!is_due(queue, now)) return false;
+  if (queue.has_changed || is_overdue || (may_ask && is_due(queue, now))) look(scheduler, queue);
+  if (!may_ask || !is_due(queue, now)) return false;
   ask(scheduler, queue);
   return true;
 }

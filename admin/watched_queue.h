@@ -23,9 +23,9 @@ struct WatchedQueue {
 WatchedQueue watch(std::string const& name, std::optional<Duration> settle, FreshRules const& rules,
                    Time now);
 
-// Looks at the queue if it has to be looked at, and asks its printer if an ask is due. Tells
-// whether it was.
-bool tend(Scheduler const& scheduler, WatchedQueue& queue, Time now);
+// Looks at the queue if it has to be looked at, and asks its printer if an ask is due and may be
+// sent. Tells whether it was.
+bool tend(Scheduler const& scheduler, WatchedQueue& queue, bool may_ask, Time now);
 
 // When it has to be tended next, unless an event comes before; nothing: never.
 std::optional<Time> tend_time(WatchedQueue const& queue);

@@ -1,4 +1,4 @@
-// A scheduler in the test's own process that has events to tell.
+// A scheduler in the test's own process that has events to tell, and takes command jobs.
 #include "tests/fresh/fake_events.h"
 
 namespace {
@@ -33,7 +33,7 @@ void tell_event(ipp_t* answer, FakeEvent const& event)
   add_integer(answer, GROUP, "notify-sequence-number", event.number);
   ippAddString(answer, GROUP, IPP_TAG_KEYWORD, "notify-subscribed-event", nullptr,
                event.is_job_end ? "job-completed" : "printer-state-changed");
-  ippAddString(answer, GROUP, IPP_TAG_NAME, "printer-name", nullptr, "photo");
+  ippAddString(answer, GROUP, IPP_TAG_NAME, "printer-name", nullptr, event.queue.c_str());
   add_integer(answer, GROUP, "printer-up-time", event.time);
   if (event.is_job_end) add_integer(answer, GROUP, "notify-job-id", event.number);
 }
@@ -54,10 +54,42 @@ void tell_print(ipp_t* answer)
   add_integer(answer, IPP_TAG_JOB, "time-at-processing", fake->time);
 }
 
-void tell_queue(ipp_t* answer)
+// The queue that a request is for: the end of its URI.
+std::string queue_of(ipp_t* request)
 {
+  std::string const uri =
+      ippGetString(ippFindAttribute(request, "printer-uri", IPP_TAG_URI), 0, nullptr);
+  return uri.substr(uri.rfind('/') + 1);
+}
+
+void tell_queue(ipp_t* request, ipp_t* answer)
+{
+  constexpr char const* COMMANDS[] = {"ReportLevels", "ReportStatus"};
+  std::string const queue = queue_of(request);
+  ippAddString(answer, IPP_TAG_PRINTER, IPP_TAG_NAME, "printer-name", nullptr, queue.c_str());
+  ippAddInteger(answer, IPP_TAG_PRINTER, IPP_TAG_ENUM, "printer-state", IPP_PSTATE_IDLE);
+  ippAddBoolean(answer, IPP_TAG_PRINTER, "printer-is-accepting-jobs", 1);
+  ippAddStrings(answer, IPP_TAG_PRINTER, IPP_TAG_KEYWORD, "printer-commands", 2, nullptr, COMMANDS);
+  add_integer(answer, IPP_TAG_PRINTER, "queued-job-count", fake->open.contains(queue) ? 1 : 0);
   add_integer(answer, IPP_TAG_PRINTER, "marker-change-time", fake->level_time);
   add_integer(answer, IPP_TAG_PRINTER, "printer-up-time", fake->time);
+}
+
+void tell_jobs(ipp_t* request, ipp_t* answer)
+{
+  if (!fake->open.contains(queue_of(request))) return;
+  add_integer(answer, IPP_TAG_JOB, "job-id", 1);
+  ippAddInteger(answer, IPP_TAG_JOB, IPP_TAG_ENUM, "job-state", IPP_JSTATE_PROCESSING);
+  ippAddString(answer, IPP_TAG_JOB, IPP_TAG_MIMETYPE, "document-format", nullptr,
+               "application/vnd.cups-command");
+}
+
+void take_ask(ipp_t* request, ipp_t* answer)
+{
+  fake->open.insert(queue_of(request));
+  fake->requests.pop_back();
+  fake->requests += " " + queue_of(request) + "\n";
+  add_integer(answer, IPP_TAG_JOB, "job-id", 1);
 }
 
 void tell_subscription(ipp_t* answer)
@@ -78,7 +110,11 @@ void carry_out(ipp_t* request, ipp_t* answer)
     case IPP_OP_GET_JOB_ATTRIBUTES:
       return tell_print(answer);
     case IPP_OP_GET_PRINTER_ATTRIBUTES:
-      return tell_queue(answer);
+      return tell_queue(request, answer);
+    case IPP_OP_GET_JOBS:
+      return tell_jobs(request, answer);
+    case IPP_OP_PRINT_JOB:
+      return take_ask(request, answer);
     default:
       return;
   }
@@ -117,6 +153,14 @@ void __wrap_httpSetTimeout(http_t* /*http*/, double /*timeout*/, http_timeout_cb
 }
 
 void __wrap_httpClose(http_t* /*http*/) {}
+
+std::chrono::steady_clock::time_point __real__ZNSt6chrono3_V212steady_clock3nowEv();
+
+// std::chrono::steady_clock::now
+std::chrono::steady_clock::time_point __wrap__ZNSt6chrono3_V212steady_clock3nowEv()
+{
+  return fake ? fake->now : __real__ZNSt6chrono3_V212steady_clock3nowEv();
+}
 
 }  // extern "C"
 // NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
