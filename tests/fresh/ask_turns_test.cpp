@@ -91,6 +91,16 @@ TEST_F(AskTurnsOfMany, EightAreOnTheirWayAtATime)
   EXPECT_EQ(askedAt(milliseconds(2000)), "");
 }
 
+TEST_F(AskTurnsOfMany, WhatALookFindsEndedBetweenTwoPollsMakesNoRoomYet)
+{
+  askedAt(seconds(0));
+  answer(1, 8);
+  for (WatchedQueue& queue : queues) queue.has_changed = true;
+  EXPECT_EQ(askedAt(milliseconds(100)), "");
+  EXPECT_EQ(askedAt(milliseconds(200)), "");
+  EXPECT_EQ(askedAt(milliseconds(500)), names(9, 16));
+}
+
 TEST_F(AskTurnsOfMany, WhileSomeWaitItIsPolledSoonerButNotWithoutAPause)
 {
   askedAt(seconds(0));
@@ -104,6 +114,17 @@ TEST_F(AskTurnsOfMany, WhileSomeWaitItIsPolledSoonerButNotWithoutAPause)
   askedAt(milliseconds(1500));
   askedAt(milliseconds(2000));
   EXPECT_EQ(next, START + seconds(4)) << "the last four are on their way, and nobody waits";
+}
+
+TEST_F(AskTurnsOfMany, WhereThereIsRoomAnAskIsSentAsSoonAsItIsDue)
+{
+  queues.resize(3);
+  askedAt(seconds(0));
+  answer(1, 3);
+  askedAt(seconds(2));
+  print(1, 3, seconds(2));
+  EXPECT_EQ(askedAt(milliseconds(14'900)), "");
+  EXPECT_EQ(next, START + seconds(15));
 }
 
 TEST_F(AskTurnsOfMany, PrintersThatDoNotAnswerKeepTheOthersWaitingForAWhileOnly)
