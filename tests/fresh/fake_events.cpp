@@ -154,13 +154,11 @@ void __wrap_httpSetTimeout(http_t* /*http*/, double /*timeout*/, http_timeout_cb
 
 void __wrap_httpClose(http_t* /*http*/) {}
 
-std::chrono::steady_clock::time_point __real__ZNSt6chrono3_V212steady_clock3nowEv();
-
-// std::chrono::steady_clock::now
-std::chrono::steady_clock::time_point __wrap__ZNSt6chrono3_V212steady_clock3nowEv()
-{
-  return fake ? fake->now : __real__ZNSt6chrono3_V212steady_clock3nowEv();
-}
-
 }  // extern "C"
 // NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+
+// std::chrono::steady_clock::now, whose C++ name --wrap puts its words before.
+using Clock = std::chrono::steady_clock;
+Clock::time_point real_now() asm("__real__ZNSt6chrono3_V212steady_clock3nowEv");
+Clock::time_point wrapped_now() asm("__wrap__ZNSt6chrono3_V212steady_clock3nowEv");
+Clock::time_point wrapped_now() { return fake ? fake->now : real_now(); }
