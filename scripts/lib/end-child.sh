@@ -2,12 +2,17 @@
 # Ending a program that a script has started.
 
 # end_child PID...: ends these children, also those that have been stopped, and returns when they
-# have ended; the exit status of the last is in $child_status. Harmless for one that has ended
-# before. What is ending is not to be continued: a sanitizer stops it to look for leaks, and would
-# wait for ever.
+# have ended; the exit status of the last is in $child_status. One that has ended before gets no
+# signal: by now its number may be another program's. What is ending is not to be continued: a
+# sanitizer stops it to look for leaks, and would wait for ever.
 end_child() {
-  local child
-  for child; do kill -CONT "$child" 2>/dev/null || true; kill "$child" 2>/dev/null || true; done
+  local child running
+  running=" $(jobs -pr | tr '\n' ' ')"
+  for child; do
+    [[ $running == *" $child "* ]] || continue
+    kill -CONT "$child" 2>/dev/null || true
+    kill "$child" 2>/dev/null || true
+  done
   for child; do
     # shellcheck disable=SC2034 # for the caller
     child_status=0

@@ -65,9 +65,10 @@ printer_uri() {
 printer_tell() {
   local before
   before=$(printer_count 'now: ')
-  echo "$*" >"$printer_dir/orders"
-  wait_until 10 printer_said 'now: ' "$before" ||
-    printer_fail "it did not take \"$*\": $(tail -n 5 "$printer_dir/heard")"
+  echo "$*" 1<>"$printer_dir/orders" # does not wait for a printer that has ended
+  wait_until 10 printer_said 'now: ' "$before" && return
+  kill -0 "$printer_pid" 2>/dev/null || printer_fail "it has ended before \"$*\""
+  printer_fail "it did not take \"$*\": $(tail -n 5 "$printer_dir/heard")"
 }
 
 # Ends the printer. Harmless when none was started.
