@@ -14,7 +14,6 @@ end_child() {
     kill "$child" 2>/dev/null || true
   done
   for child; do
-    # shellcheck disable=SC2034 # for the caller
     child_status=0
     wait "$child" 2>/dev/null || child_status=$?
   done

@@ -10,10 +10,19 @@ void add_integer(ipp_t* answer, ipp_tag_t group, char const* name, int value)
   ippAddInteger(answer, group, IPP_TAG_INTEGER, name, value);
 }
 
-// What is asked for: the operation, its numbers and its events.
+// The queue that a request is for: the end of its URI.
+std::string queue_of(ipp_t* request)
+{
+  std::string const uri =
+      ippGetString(ippFindAttribute(request, "printer-uri", IPP_TAG_URI), 0, nullptr);
+  return uri.substr(uri.rfind('/') + 1);
+}
+
+// What is asked for: the operation, its numbers and its events, and the queue of a command job.
 void note(ipp_t* request)
 {
   fake->requests += ippOpString(ippGetOperation(request));
+  if (ippGetOperation(request) == IPP_OP_PRINT_JOB) fake->requests += " " + queue_of(request);
   for (ipp_attribute_t* it = ippFirstAttribute(request); it; it = ippNextAttribute(request)) {
     std::string const name = ippGetName(it) ? ippGetName(it) : "";
     if (!name.starts_with("notify-")) continue;
@@ -54,14 +63,6 @@ void tell_print(ipp_t* answer)
   add_integer(answer, IPP_TAG_JOB, "time-at-processing", fake->time);
 }
 
-// The queue that a request is for: the end of its URI.
-std::string queue_of(ipp_t* request)
-{
-  std::string const uri =
-      ippGetString(ippFindAttribute(request, "printer-uri", IPP_TAG_URI), 0, nullptr);
-  return uri.substr(uri.rfind('/') + 1);
-}
-
 void tell_queue(ipp_t* request, ipp_t* answer)
 {
   constexpr char const* COMMANDS[] = {"ReportLevels", "ReportStatus"};
@@ -87,8 +88,6 @@ void tell_jobs(ipp_t* request, ipp_t* answer)
 void take_ask(ipp_t* request, ipp_t* answer)
 {
   fake->open.insert(queue_of(request));
-  fake->requests.pop_back();
-  fake->requests += " " + queue_of(request) + "\n";
   add_integer(answer, IPP_TAG_JOB, "job-id", 1);
 }
 

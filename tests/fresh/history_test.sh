@@ -26,8 +26,7 @@ expect 'a job that brought levels is no print' "$(count_asks command)" 1
 wait_no_jobs cancelled
 scheduler_client lpadmin -p cancelled -v "$NOBODY" 2>/dev/null
 print cancelled
-processing() { [[ $(scheduler_printer_attribute "$1" printer-state) == processing ]]; }
-wait_for processing cancelled || give_up 'the queue' 'is idle' 'is processing'
+wait_processing cancelled
 scheduler_client cancel -a cancelled
 scheduler_client lpadmin -p cancelled -v "$(printer_uri)" 2>/dev/null
 wait_asked cancelled 2

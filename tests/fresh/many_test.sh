@@ -9,15 +9,14 @@ queues=()
 for i in {1..60}; do queues+=("photo$i"); done
 add_queues "${queues[@]}"
 fresh_start --settle 0.2 --idle 0 "${queues[@]}"
-all_asks() { grep -cF ': asks its printer, job ' "$work/log" || true; }
-asks_are() { (($(all_asks) >= $1)); }
-wait_for asks_are 60 || give_up 'asks at the start' "$(all_asks)" 60
+ASKS=': asks its printer, job '
+wait_for log_has "$ASKS" 60 || give_up 'asks at the start' "$(log_count "$ASKS")" 60
 for queue in "${queues[@]}"; do wait_no_jobs "$queue"; done
 # 15 seconds after the last ask of the start.
 print photo60
 wait_asked photo60 2
 wait_message photo60 'Prints Remaining = 349 / 700'
-expect 'the start and a print are all that was asked for' "$(all_asks)" 61
+expect 'the start and a print are all that was asked for' "$(log_count "$ASKS")" 61
 expect 'no events went unseen' "$(log_count 'may have gone unseen')" 0
 fresh_stop
 expect_end

@@ -19,8 +19,7 @@ grep -v '^[*]cups\(Commands\|Filter\)' "$root/scripts/lib/scheduler/velmo-minima
 scheduler_add_queue detached "$(printer_uri)" "$work/bare.ppd"
 scheduler_client lpadmin -p refused -u "deny:$(id -un)" 2>/dev/null
 scheduler_client lpadmin -x again
-processing() { [[ $(scheduler_printer_attribute "$1" printer-state) == processing ]]; }
-wait_for processing busy || give_up 'the queue busy' 'is idle' 'is processing'
+wait_processing busy
 fresh_start --settle 0.2 --idle 0 busy stopped rejecting detached again refused class member caught usual
 wait_asked usual 1
 for queue in stopped rejecting detached again; do
@@ -59,7 +58,7 @@ wait_asked caught 1
 print caught
 print usual
 wait_asked caught 2
-wait_for processing caught || give_up 'the queue caught' 'is idle' 'is processing'
+wait_processing caught
 scheduler_client cupsdisable caught
 wait_no_jobs caught
 expect 'a job that a pause has caught is taken back' "$(jobs_of caught)" 0

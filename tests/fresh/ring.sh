@@ -102,6 +102,9 @@ jobs_of() { scheduler_printer_attribute "$1" queued-job-count; }
 no_jobs() { [[ $(jobs_of "$1") == 0 ]]; }
 wait_no_jobs() { wait_for no_jobs "$1" || give_up "jobs on $1" "$(jobs_of "$1")" 0; }
 
+is_processing() { [[ $(scheduler_printer_attribute "$1" printer-state) == processing ]]; }
+wait_processing() { wait_for is_processing "$1" || give_up "the queue $1" 'is idle' 'is processing'; }
+
 # The subscriptions that the scheduler has.
 subscriptions() {
   scheduler_client ipptool -tv "$(scheduler_uri '')" get-subscriptions.test 2>&1 |

@@ -18,8 +18,7 @@ unsubscribe "$old"
 print photo
 wait_no_jobs photo
 kill -CONT "$fresh_pid"
-wait_for is_subscribed "$old" || true
-expect_that 'there is a new one' is_subscribed "$old"
+expect_that 'there is a new one' wait_for is_subscribed "$old"
 wait_asked photo 2
 wait_message photo 'Prints Remaining = 349 / 700'
 

@@ -38,6 +38,17 @@ expect_that() {
 
 not() { ! "$@"; }
 
+# expect_good_ends NAME PID...: waits for these children, NAME0, NAME1 and so on, which end well.
+expect_good_ends() {
+  local child status number=0
+  for child in "${@:2}"; do
+    status=0
+    wait "$child" || status=$?
+    expect "the exit status of $1$number" "$status" 0
+    number=$((number + 1))
+  done
+}
+
 # expect_failed WHAT TEXT: counts a failure and tells it, with the line of the test.
 expect_failed() {
   failures=$((failures + 1))

@@ -72,11 +72,7 @@ SECONDS=0
 touch "$work/go"
 for ((i = 1; i <= SAMPLES; ++i)); do sample "$i"; done
 
-for i in "${!booths[@]}"; do
-  status=0
-  wait "${booths[i]}" || status=$?
-  expect "the exit status of booth$i" "$status" 0
-done
+expect_good_ends booth "${booths[@]}"
 took=$SECONDS
 booths=()
 expect_that 'keep-fresh is still the same process' kill -0 "$fresh_pid"
@@ -89,8 +85,7 @@ fresh_stop
 expect 'a signal ends it' "$fresh_status" 0
 for queue in "${queues[@]}"; do wait_no_jobs "$queue"; done
 
-kill "$reader"
-wait "$reader" || true
+end_child "$reader"
 reader=
 read -r looks seen most <"$work/looks"
 expect 'command jobs of one queue at a time, in the list of jobs' "$most" 1

@@ -86,11 +86,7 @@ expect_that 'the scheduler runs no program before the first count' wait_until 60
 before=$(descriptors)
 touch "$soak_dir/go"
 
-for i in "${!players[@]}"; do
-  status=0
-  wait "${players[i]}" || status=$?
-  expect "the exit status of queue soak$i" "$status" 0
-done
+expect_good_ends 'queue soak' "${players[@]}"
 took=$SECONDS
 players=()
 expect 'the number of jobs that were played' "$(jobs_done)" "$jobs"
