@@ -177,7 +177,7 @@ FakeConnection::FakeConnection(FakeScheduler& answering)
 FakeConnection::~FakeConnection() { fake = nullptr; }
 
 // The names that --wrap asks for are reserved ones; there is no other way to spell them.
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier)
 extern "C" {
 
 ipp_t* __wrap_cupsDoIORequest(http_t* /*http*/, ipp_t* request, char const* /*resource*/, int in,
@@ -213,4 +213,4 @@ std::chrono::steady_clock::time_point __wrap__ZNSt6chrono3_V212steady_clock3nowE
 }
 
 }  // extern "C"
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+// NOLINTEND(clang-diagnostic-reserved-identifier)

@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <string>
 
-// NOLINTBEGIN(bugprone-reserved-identifier): these names are the linker's
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier): these names are the linker's
 extern "C" ipp_t* __real_cupsDoIORequest(http_t* http, ipp_t* request, char const* resource, int in,
                                          int out);
 
@@ -36,4 +36,4 @@ extern "C" ipp_t* __wrap_cupsDoIORequest(http_t* http, ipp_t* request, char cons
   run_hook(ippGetOperation(request));
   return __real_cupsDoIORequest(http, request, resource, in, out);
 }
-// NOLINTEND(bugprone-reserved-identifier)
+// NOLINTEND(clang-diagnostic-reserved-identifier)

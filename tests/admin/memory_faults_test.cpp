@@ -22,7 +22,7 @@ bool fails(Call call) { return call == failing.call && ++calls == failing.number
 
 }  // namespace
 
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier)
 extern "C" {
 
 int __real_memfd_create(char const* name, unsigned flags);
@@ -50,7 +50,7 @@ ssize_t __wrap_pread(int descriptor, void* data, std::size_t size, off_t offset)
 int __wrap_dup(int descriptor) { return fails(Call::Dup) ? -1 : __real_dup(descriptor); }
 
 }  // extern "C"
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+// NOLINTEND(clang-diagnostic-reserved-identifier)
 
 namespace {
 

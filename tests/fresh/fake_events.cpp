@@ -125,7 +125,7 @@ FakeEventSource::FakeEventSource(FakeEvents& answering) { fake = &answering; }
 FakeEventSource::~FakeEventSource() { fake = nullptr; }
 
 // The names that --wrap asks for are reserved ones; there is no other way to spell them.
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier)
 extern "C" {
 
 ipp_t* __wrap_cupsDoIORequest(http_t* /*http*/, ipp_t* request, char const* /*resource*/,
@@ -154,7 +154,7 @@ void __wrap_httpSetTimeout(http_t* /*http*/, double /*timeout*/, http_timeout_cb
 void __wrap_httpClose(http_t* /*http*/) {}
 
 }  // extern "C"
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+// NOLINTEND(clang-diagnostic-reserved-identifier)
 
 // std::chrono::steady_clock::now, whose C++ name --wrap puts its words before.
 using Clock = std::chrono::steady_clock;

@@ -2,7 +2,7 @@
 #include "tests/harness/replaced_calls.h"
 
 // The names that --wrap asks for are reserved ones; there is no other way to spell them.
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier)
 extern "C" {
 
 ssize_t __real_writev(int descriptor, iovec const* pieces, int count);
@@ -99,4 +99,4 @@ char const* __wrap_cupsGetOption(char const* name, int count, cups_option_t* opt
 void __wrap_cupsFreeDests(int count, cups_dest_t* list) { replaced_calls.free_dests(count, list); }
 
 }  // extern "C"
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+// NOLINTEND(clang-diagnostic-reserved-identifier)
