@@ -7,9 +7,10 @@
 namespace {
 
 // The backends that hand a printer's answers to a filter as they come.
-constexpr std::array<std::string_view, 4> ANSWERING = {"socket", "usb", "serial", "parallel"};
+constexpr auto ANSWERING = std::to_array<std::string_view>({"socket", "usb", "serial", "parallel"});
 // Those that are known not to. Others may, as dnssd does for a printer that listens like socket.
-constexpr std::array<std::string_view, 6> SILENT = {"ipp", "ipps", "http", "https", "lpd", "file"};
+constexpr auto SILENT =
+    std::to_array<std::string_view>({"ipp", "ipps", "http", "https", "lpd", "file"});
 
 template <std::size_t COUNT>
 bool is_one_of(std::array<std::string_view, COUNT> const& schemes, std::string_view scheme)

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view ATTRIBUTE = "ATTR: marker-";
 
-constexpr std::array<std::string_view, 13> OF_FILTER = {
+constexpr auto OF_FILTER = std::to_array<std::string_view>({
     "commandtovelmo (application/vnd.cups-command to ...",
     "Started filter .../commandtovelmo (PID ...",
     "Unable to start filter \"commandtovelmo\" - ...",
@@ -25,12 +25,18 @@ constexpr std::array<std::string_view, 13> OF_FILTER = {
     "#retry_status=[wake_up=...",
     "STATE: +com.velmo-error...",
     "STATE: -com.velmo-error...",
-};
+});
 
-constexpr std::array<std::string_view, 8> ENDS = {
-    "Job completed...", "Job canceled...",  "Job aborted...",   "Job stopped...",
-    "Job held...",      "Stopping job ...", "Aborting job ...", "Printer stopped due to ...",
-};
+constexpr auto ENDS = std::to_array<std::string_view>({
+    "Job completed...",
+    "Job canceled...",
+    "Job aborted...",
+    "Job stopped...",
+    "Job held...",
+    "Stopping job ...",
+    "Aborting job ...",
+    "Printer stopped due to ...",
+});
 
 template <std::size_t COUNT>
 bool is_one_of(std::string_view text, std::array<std::string_view, COUNT> const& patterns)

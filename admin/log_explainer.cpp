@@ -15,7 +15,6 @@ std::string LogExplainer::finish()
   std::string told;
   lines.finish([&](std::string_view line) { addLine(line, told); });
   for (Held& held : jobs) tell(held, told);
-  jobs.clear();
   return told;
 }
 

@@ -15,7 +15,8 @@ constexpr std::uint8_t INK_SHEET_UNKNOWN = 0xff;
 // The value of a field as the filter logs it: "power_state=0x01 ...".
 std::string value_of(std::string const& info, std::string const& name)
 {
-  std::size_t const from = info.find(name + "=") + name.size() + 1;
+  std::string const front = name + "=";
+  std::size_t const from = info.find(front) + front.size();
   return info.substr(from, info.find(' ', from) - from);
 }
 

@@ -40,8 +40,8 @@ std::string figures(QueueStatus const& status, CheckLimits const& limits)
 {
   std::string text;
   if (status.queue.level && *status.queue.level >= 0)
-    text += "ribbon=" + std::to_string(*status.queue.level) + "%;" + std::to_string(limits.warning)
-            + ":;" + std::to_string(limits.critical) + ":;0;100 ";
+    text = "ribbon=" + std::to_string(*status.queue.level) + "%;" + std::to_string(limits.warning)
+           + ":;" + std::to_string(limits.critical) + ":;0;100 ";
   if (status.prints)
     text += "prints=" + std::to_string(status.prints->left) + ";;;0;"
             + std::to_string(status.prints->total) + " ";

@@ -107,6 +107,8 @@ TEST(Freshness, SteadyPrintingIsInterruptedAfterTwentyFivePrints)
   EXPECT_EQ(ask_time(state, RULES), at(100) + minutes(10));
   state = after_print(state, at(124));
   EXPECT_EQ(ask_time(state, RULES), at(124));
+  EXPECT_EQ(ask_time(after_look(state, QUIET, at(130)), RULES), at(124))
+      << "nor does it wait for the queue to settle then";
   state = after_look(after_ask(state, RULES, at(125)), BUSY, at(126));
   EXPECT_EQ(ask_time(state, RULES), std::nullopt);
   EXPECT_EQ(ask_time(after_print(state, at(127)), RULES), at(127) + minutes(10));
@@ -118,6 +120,22 @@ TEST(Freshness, APrintThatIsNotCountedYetStaysOwedInSteadyPrinting)
   for (int i = 0; i < 25; ++i) state = after_print(state, at(100 + i));
   state = after_look(after_ask(state, LATE, at(125)), QUIET, at(126));
   EXPECT_EQ(ask_time(state, LATE), at(144));
+}
+
+TEST(Freshness, APrintIsCountedFromItsDelayOn)
+{
+  Freshness const printed = after_print(asked_at_start(LATE), at(100));
+  FreshRules const late{seconds(3), seconds(20), seconds(0)};
+  EXPECT_EQ(ask_time(after_look(after_ask(printed, late, at(119)), QUIET, at(120)), late), at(134));
+  EXPECT_EQ(ask_time(after_look(after_ask(printed, late, at(120)), QUIET, at(121)), late),
+            std::nullopt);
+}
+
+TEST(Freshness, APrintThatStaysOwedIsSteadyPrintingFromTheAskOn)
+{
+  Freshness state = after_look(after_print(asked_at_start(LATE), at(100)), BUSY, at(101));
+  state = after_ask(after_print(state, at(690)), LATE, at(700));
+  EXPECT_EQ(ask_time(after_look(state, BUSY, at(701)), LATE), at(700) + minutes(10));
 }
 
 TEST(Freshness, NoOtherAskWhileOneIsNotCompleted)
@@ -152,6 +170,14 @@ TEST(Freshness, AnAskThatAPauseHasCaughtIsOwedAgain)
   EXPECT_EQ(ask_time(after_look(stopped, QUIET, at(150)), NEVER_IDLE), at(115));
 }
 
+TEST(Freshness, AnAskThatAPauseHasCaughtIsNotOneWithoutAnswer)
+{
+  constexpr Seen STOPPED_NO_ANSWER{false, false, false, false, true};
+  Freshness const sent = after_ask(asked_at_start(), NEVER_IDLE, at(100));
+  Freshness const stopped = after_look(after_pause(sent), STOPPED_NO_ANSWER, at(101));
+  EXPECT_EQ(ask_time(after_look(stopped, QUIET, at(102)), NEVER_IDLE), at(115));
+}
+
 TEST(Freshness, AnUnansweredAskIsRepeatedFourTimes)
 {
   Freshness const start = after_look(at_start(at(0)), QUIET, at(0));
@@ -162,6 +188,12 @@ TEST(Freshness, AnUnansweredAskIsRepeatedFourTimes)
   Freshness const given_up = unanswered(start, {3, 9, 25, 86, 387});
   EXPECT_EQ(ask_time(given_up, NEVER_IDLE), std::nullopt);
   EXPECT_EQ(ask_time(given_up, RULES), at(387) + minutes(30));
+}
+
+TEST(Freshness, ALookWithoutAnAskBeforeItRepeatsNothing)
+{
+  Freshness const state = unanswered(after_look(at_start(at(0)), QUIET, at(0)), {3});
+  EXPECT_EQ(ask_time(after_look(state, NO_ANSWER, at(6)), NEVER_IDLE), at(4 + 5));
 }
 
 TEST(Freshness, APrintBeginsTheRowOfRepetitionsAnew)

@@ -101,6 +101,15 @@ TEST(LogExplainer, ANumberThatIsGivenAgainIsAnotherJob)
   EXPECT_TEXT(
       explained(first + other + asking(1, "ReportStatus")),
       asked(1, "ReportLevels") + "\n" + asked(2, "ReportLevels") + "\n" + asked(1, "ReportStatus"));
+  EXPECT_TEXT(
+      explained(other + first + asking(1, "ReportStatus")),
+      asked(1, "ReportLevels") + "\n" + asked(2, "ReportLevels") + "\n" + asked(1, "ReportStatus"));
+}
+
+TEST(LogExplainer, TheLastLineNeedsNoEnd)
+{
+  std::string const log = asking(1, "ReportLevels");
+  EXPECT_TEXT(explained(log.substr(0, log.size() - 1)), asked(1, "ReportLevels"));
 }
 
 TEST(LogExplainer, OfManyJobsTheOneWithoutLinesForLongestIsToldFirst)

@@ -109,7 +109,7 @@ TEST(QueueStatus, NoPrintsLeftAreACountToo)
 
 TEST(QueueStatus, WhatIsNotKnownIsNothing)
 {
-  for (char const* message : {"", " ", "Prints Remaining = ", "Prints Remaining = 1",
+  for (char const* message : {"", " ", "1 / 2", "Prints Remaining = ", "Prints Remaining = 1",
                               "Prints Remaining = 1 / ", "Prints Remaining = 1 / 2 ",
                               "Prints Remaining = -1 / 2", "Prints Remaining = 99999999999 / 2"}) {
     Queue queue = queue_at(50);
