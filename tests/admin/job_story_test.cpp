@@ -104,6 +104,25 @@ TEST(JobStory, TheSameAnswerToAnotherDirectiveIsToldAgain)
                   + "  Asked     reportstatus, line 3 of the command file\n" + GOOD_ANSWER);
 }
 
+TEST(JobStory, WithoutItsQuestionAReplyIsOneOfThePrintersStatus)
+{
+  std::string const query = query_text(StatusReply().bytes());
+  EXPECT_TEXT(told_of(query.substr(query.find("DEBUG: [STS] ")) + LEVELS),
+              GOOD_ANSWER + std::string("  Asked     ReportLevels, line 2 of the command file\n"));
+}
+
+TEST(JobStory, WithoutAQuestionNothingIsKnownOfItsBytes)
+{
+  std::string const told = told_of(LEVELS + "DEBUG: cupsBackChannelRead() failed.\n");
+  EXPECT_EQ(told.find("by the backend's count"), std::string::npos) << told;
+}
+
+TEST(JobStory, WithoutAReplyThatIsTornTheFiltersReadingIsNotTold)
+{
+  EXPECT_TEXT(told_of(LEVELS + "DEBUG: printer_info=[power_state=0x00]\n"),
+              "  Asked     ReportLevels, line 2 of the command file\n");
+}
+
 TEST(JobStory, ADirectiveOfAnotherKindIsSaidToBeSkipped)
 {
   EXPECT_TEXT(told_of(directive_text("Clean] linenum=9", 2)),

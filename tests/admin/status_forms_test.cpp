@@ -222,6 +222,9 @@ TEST(StatusText, TheGaugeGoesFromNothingToAHundred)
   EXPECT_NE(status_text(status_of(queue_at(0)), false).find("[" + std::string(30, '.') + "]  0 %"),
             std::string::npos);
   EXPECT_NE(
+      status_text(status_of(queue_at(99)), false).find("[" + std::string(29, '#') + ".]  99 %"),
+      std::string::npos);
+  EXPECT_NE(
       status_text(status_of(queue_at(140)), false).find("[" + std::string(30, '#') + "]  140 %"),
       std::string::npos);
 }

@@ -41,6 +41,14 @@ TEST(StoryText, WhatComesAgainIsCounted)
               "  Failed    two\n    Cause   another\n");
 }
 
+TEST(StoryText, TwiceIsCountedToo)
+{
+  StoryText story;
+  story.add("Answer", "one");
+  story.add("Answer", "one");
+  EXPECT_TEXT(story.text(), "  Answer    one, 2 times\n");
+}
+
 TEST(StoryText, AChapterBeginsAnew)
 {
   StoryText story;
