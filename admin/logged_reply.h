@@ -17,7 +17,7 @@ public:
 
 private:
   bool begun = false;
-  bool gap = false;
+  bool gap = true;  // until the first line tells the size
   std::size_t size = 0;
   std::string bytes;
 };

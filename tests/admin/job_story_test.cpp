@@ -113,7 +113,7 @@ TEST(JobStory, WithoutItsQuestionAReplyIsOneOfThePrintersStatus)
 
 TEST(JobStory, WithoutAQuestionNothingIsKnownOfItsBytes)
 {
-  std::string const told = told_of(LEVELS + "DEBUG: cupsBackChannelRead() failed.\n");
+  std::string const told = told_of(LEVELS + "DEBUG: cupsBackChannelRead() failed. ret=-1\n");
   EXPECT_EQ(told.find("by the backend's count"), std::string::npos) << told;
 }
 

@@ -50,6 +50,7 @@ TEST(LoggedReply, BeforeItsLastLineItIsNotWhole)
 TEST(LoggedReply, AGapIsNotFilled)
 {
   EXPECT_FALSE(reply_of({FIRST}).isWhole());
+  EXPECT_FALSE(reply_of({"0000:"}).isWhole());
   EXPECT_FALSE(reply_of({"size=18", "0010: 1b 45", FIRST}).isWhole());
   EXPECT_FALSE(reply_of({"size=18", FIRST, FIRST, "0010: 1b 45"}).isWhole());
   EXPECT_FALSE(reply_of({"size=18", "0020: 00", FIRST, "0010: 1b 45"}).isWhole());
