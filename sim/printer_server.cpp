@@ -14,7 +14,7 @@ namespace sim {
 PrinterServer::PrinterServer(asio::io_context& io, std::uint16_t port, PrinterModel& model)
     : acceptor(io, {asio::ip::address_v4::loopback(), port}), printer(model)
 {
-  say("listening on 127.0.0.1:" + std::to_string(acceptor.local_endpoint().port()));
+  say("listening on 127.0.0.1:" + std::to_string(this->port()));
   accept();
 }
 
