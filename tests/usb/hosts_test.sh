@@ -1,0 +1,65 @@
+#!/bin/bash
+# The simulated USB printer before hosts that behave badly: those that are killed, at any moment,
+# leave it usable for the next; one that waits costs nobody processor time.
+set -eu
+# shellcheck source-path=SCRIPTDIR/../.. source=tests/harness/expect.sh
+. "$(dirname "$0")/../harness/expect.sh"
+# shellcheck source-path=SCRIPTDIR/../.. source=scripts/lib/private-scheduler.sh
+. "$root/scripts/lib/private-scheduler.sh"
+# shellcheck source-path=SCRIPTDIR/../.. source=scripts/lib/simulated-printer.sh
+. "$root/scripts/lib/simulated-printer.sh"
+
+KILLED=40 # hosts
+work=$(mktemp -d)
+export TMPDIR=$work
+host=
+on_exit "end_child \$host; printer_stop; rm -rf '$work'"
+install -m 0755 "$(scheduler_cups_path serverbin)/backend/usb" "$work/backend"
+printf '\033EWU\033V21' >"$work/questions"
+printer_start "$USB_SIMULATOR"
+wait_until 30 printer_said 'plugged in at ' 0
+
+# host: the backend asks the printer; what it is answered goes to $work/answer. Sets $host.
+host() {
+  rm -f "$work/answer"
+  DEVICE_URI='usb://Velmo/Photo?serial=V0001' LD_PRELOAD=libumockdev-preload.so.0 \
+    UMOCKDEV_DIR=$(sed -n 's/^plugged in at //p' "$printer_dir/heard") \
+    "$work/backend" 1 user title 1 '' "$work/questions" 3>"$work/answer" 2>>"$work/log" &
+  host=$!
+}
+
+answered() { stat -c %s "$work/answer" 2>/dev/null; }
+is_answered() { [[ $(answered) == 192 ]]; }
+all_released() { (($(printer_count 'released by') == $(printer_count 'claimed by'))); }
+
+# A backend starts, finds the device and asks within some tenths of a second.
+for ((i = 0; i < KILLED; ++i)); do
+  host
+  sleep "0.$(printf %03d $((RANDOM % 300)))"
+  kill -KILL "$host" 2>/dev/null || true # it may have done its work
+  wait "$host" 2>/dev/null || true
+done
+wait_until 30 all_released || true
+expect 'claims that are not given back' \
+  $(($(printer_count 'claimed by') - $(printer_count 'released by'))) 0
+printer_tell unplug # takes the answers of those that were killed along
+printer_tell plug
+host
+wait_until 60 is_answered || true
+expect "what the next host is answered; its log: $(tail -n 5 "$work/log")" \
+  "$(answered)" 192
+end_child "$host"
+
+# Nanoseconds of processor time that the process has had.
+spent() { awk '{ ns += $1 } END { print ns }' "/proc/$1"/task/*/schedstat; }
+
+printer_tell silent on
+queries=$(printer_count 'heard status query')
+host
+wait_until 60 printer_said 'heard status query' "$queries" || true
+before=$(($(spent "$printer_pid") + $(spent "$host")))
+sleep 2
+milliseconds=$((($(spent "$printer_pid") + $(spent "$host") - before) / 1000000))
+expect_that "printer and host wait, with $milliseconds ms of processor time in two seconds" \
+  test "$milliseconds" -lt 200
+expect_end

@@ -1,0 +1,168 @@
+# shellcheck shell=bash
+# What the tests of this ring share: one private scheduler with the system's usb backend, and cases
+# that run side by side, each before a printer and a queue of its own.
+#
+# Environment: FILTER and USB_SIMULATOR, the executables under test and around it.
+
+: "${FILTER:?}" "${USB_SIMULATOR:?}"
+
+# shellcheck source-path=SCRIPTDIR/../.. source=tests/harness/expect.sh
+. "$(dirname "${BASH_SOURCE[0]}")/../harness/expect.sh"
+# shellcheck source-path=SCRIPTDIR/../.. source=scripts/lib/private-scheduler.sh
+. "$root/scripts/lib/private-scheduler.sh"
+# shellcheck source-path=SCRIPTDIR/../.. source=scripts/lib/simulated-printer.sh
+. "$root/scripts/lib/simulated-printer.sh"
+# shellcheck source-path=SCRIPTDIR/../.. source=scripts/lib/simulated-usb.sh
+. "$root/scripts/lib/simulated-usb.sh"
+
+LONG=120  # seconds: more than anything of the backend takes
+AT_ONCE=8 # cases; more would only keep each other from the processor
+
+# What a queue shows: level; message; name; reasons.
+# shellcheck disable=SC2034 # for the tests
+{
+  GOOD='50; Prints Remaining = 350 / 700; Ribbon Type: 13x18(5x7″); none'
+  NO_ANSWER='-2;  ; Ribbon Type: 00; com.velmo-error0023'
+  ASKED_BOTH='wake-up ReportLevels asks 192 bytes ReportStatus asks 192 bytes'
+  NOTHING_CAME='wake-up ReportLevels asks nothing came'
+  FAILED_BOTH='wake-up ReportLevels asks nothing came ReportStatus asks nothing came'
+}
+
+# wait_for COMMAND [ARGUMENT...]: waits until it succeeds. Not too often asked: the log is long.
+wait_for() {
+  local deadline=$((SECONDS + LONG))
+  until "$@"; do
+    ((SECONDS < deadline)) || return 1
+    sleep 0.2
+  done
+}
+
+# run_cases CASE...: runs the functions of these names side by side. The output of those that fail
+# is shown.
+run_cases() {
+  local work status=0 name failed=0
+  declare -A children=()
+  work=$(mktemp -d)
+  on_exit "end_child \${children[@]}; scheduler_stop; rm -rf '$work'"
+  scheduler_start "$FILTER"
+  usb_start
+  for name; do
+    while (($(jobs -pr | wc -l) > AT_ONCE)); do sleep 0.1; done # the scheduler is one, too
+    (run_case "$name") >"$work/$name" 2>&1 &
+    children[$name]=$!
+  done
+  for name; do
+    wait "${children[$name]}" && unset "children[$name]" && continue
+    unset "children[$name]"
+    failed=$((failed + 1))
+    printf '== %s\n' "$name"
+    cat "$work/$name"
+  done
+  echo "$# cases, $failed failed"
+  ((failed == 0)) || status=1
+  exit "$status"
+}
+
+# What the case does to the printer, the queue and the job is in its function, named case_NAME; its
+# queue and the printer's serial number are its own.
+run_case() {
+  queue=$1
+  scheduler_pid='' # the scheduler is not this case's to end
+  on_exit printer_stop
+  "case_$1"
+  expect_end
+}
+
+# printer [OPTION...]: plugs in the case's printer and puts the queue in front of it.
+printer() {
+  usb_printer_start "$USB_SIMULATOR" "$queue" "$@"
+  scheduler_add_queue "$queue" "$(usb_uri "$queue")"
+}
+
+# tell ORDERS: gives the printer several orders, separated by a comma and a blank.
+tell() {
+  local order
+  while IFS= read -r order; do printer_tell "$order"; done <<<"${1//, /$'\n'}"
+}
+
+send() { scheduler_send_command "$queue" "$@"; }
+
+# job_logged TEXT [TIMES]: the log of the job sent last has it, so often.
+job_logged() { (($(scheduler_job_log | grep -cF -e "$1") >= ${2-1})); }
+wait_logged() {
+  wait_for job_logged "$@" || expect_part "$queue: the job's log" "$(scheduler_job_log)" "$1"
+}
+
+# wait_heard TEXT [BEFORE]: waits until the printer has said it once more than before.
+wait_heard() {
+  wait_for printer_said "$1" "${2-0}" ||
+    expect_part "$queue: what the printer said" "$(<"$printer_dir/heard")" "$1"
+}
+
+filter_has_ended() {
+  scheduler_job_log | grep -qE '^PID [0-9]+ \(.*/commandtovelmo\) (exited|stopped|crashed)'
+}
+wait_filter() {
+  wait_for filter_has_ended || expect "$queue: the filter" 'is still running' 'has ended'
+}
+
+shows() {
+  local answer attribute line=''
+  answer=$(scheduler_client timeout 60 ipptool -tv "$(scheduler_uri "printers/$queue")" \
+    "$root/tests/usb/queue.test" 2>&1)
+  for attribute in marker-levels marker-message marker-names printer-state-reasons; do
+    line+="; $(scheduler_answered "$attribute" <<<"$answer")"
+  done
+  echo "${line#; }"
+}
+shows_that() { [[ $(shows) == "$1" ]]; }
+
+# expect_shows TITLE SHOWN: what the queue shows when the filter has ended. The scheduler may take
+# note of a program's end before it has read all that the program wrote.
+expect_shows() {
+  wait_filter
+  wait_until 10 shows_that "$2" || true
+  expect "$queue, $1: what the queue shows" "$(shows)" "$2"
+}
+
+# The filter's side of the conversation with the printer, in a few words.
+transcript() {
+  scheduler_job_log | awk '
+    function put(word) { line = line (line == "" ? "" : " ") word }
+    /^Unable to retrieve supply status/ { match($0, /[(][0-9]+[)]$/); put("one-way" substr($0, RSTART)) }
+    $0 == "wr_esc_wakeup() START" { put("wake-up") }
+    /^====> command=/ { split($0, part, /[][]/); put(part[2]) }
+    $0 == "get_printer_info() START" { put("asks") }
+    /^\[STS\] size=/ { put(substr($0, 12) " bytes") }
+    /^cupsBackChannelRead\(\) failed/ { put("nothing came") }
+    /^f(write|flush)\(\) failed/ { put("cannot write") }
+    $0 == "#retry over" { put("never awake") }
+    END { print line }'
+}
+
+# expect_job TITLE SHOWN TRANSCRIPT: of the job sent last, when its filter has ended.
+expect_job() {
+  expect_shows "$1" "$2"
+  expect "$queue, $1: what the filter did" "$(transcript)" "$3"
+}
+
+job_has_ended() { scheduler_job_log | grep -qE '^(Job (completed|aborted|canceled|stopped)|Canceled|Canceling)'; }
+backend_waits() { job_logged 'Waiting for read thread to exit'; }
+job_is_settled() { job_has_ended || backend_waits; }
+
+# expect_end_of_job TITLE STATE: the job's end. When all is sent, the backend waits for seconds on a
+# printer that says nothing, and goes at once when an empty packet comes.
+expect_end_of_job() {
+  wait_for job_is_settled || true
+  job_has_ended || tell 'stale 0'
+  expect "$queue, $1: the job's end" "$(job_state)" "$2"
+}
+
+job_state() { scheduler_ask '' job-end job-state -d job="$scheduler_job"; }
+
+# job_is_right TITLE: a job with both directives, from its beginning to its end.
+job_is_right() {
+  send ReportLevels ReportStatus
+  expect_job "$1" "$GOOD" "$ASKED_BOTH"
+  expect_end_of_job "$1" completed
+}
