@@ -16,7 +16,7 @@ public:
   // REQUIRES: `model` outlives the server and its connections.
   PrinterServer(asio::io_context& io, std::uint16_t port, PrinterModel& model);
 
-  std::uint16_t port() const { return acceptor.local_endpoint().port(); }
+  [[nodiscard]] std::uint16_t port() const { return acceptor.local_endpoint().port(); }
 
 private:
   void accept();

@@ -39,7 +39,7 @@ public:
 
   // The transfer of the client that was done first.
   std::optional<Transfer> take_done(void const* client);
-  bool has_done() const { return !done.empty(); }
+  [[nodiscard]] bool has_done() const { return !done.empty(); }
 
   // The printer's answer, in packets, behind what the host has not received yet.
   void answer(Bytes const& bytes);

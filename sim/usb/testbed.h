@@ -28,7 +28,7 @@ public:
   Testbed(Testbed const&) = delete;
   Testbed& operator=(Testbed const&) = delete;
 
-  std::string const& folder() const { return root; }
+  [[nodiscard]] std::string const& folder() const { return root; }
 
   // Throws std::runtime_error when umockdev refuses the device.
   void add(UsbDevice const& device);

@@ -76,6 +76,7 @@ void UsbPlug::nak_out(std::chrono::seconds time)
   nak_timer.expires_after(time);
   nak_timer.async_wait([this](asio::error_code error) {
     if (error) return;
+    say("takes what waited");
     usb.pipes.refuse_out(false);
     show_ready();
   });

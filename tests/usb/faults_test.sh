@@ -61,6 +61,7 @@ case_stall_out_once() {
   printer
   tell 'stall-out once'
   job_is_right 'the first write stalls'
+  expect_part 'the first write stalls: the log' "$(scheduler_job_log)" 'Got USB pipe stalled during write.'
 }
 
 case_stall_out() {
@@ -77,6 +78,7 @@ case_stall_in_once() {
   printer
   tell 'at status-query stall-in once'
   job_is_right 'one read stalls'
+  expect_part 'one read stalls: the log' "$(scheduler_job_log)" 'Got USB pipe stalled during read.'
 }
 
 case_stall_in() {
@@ -93,6 +95,9 @@ case_nak() {
   printer
   tell 'at wake-up nak-out 10'
   job_is_right 'nothing is taken for 10 seconds'
+  expect 'nothing is taken for 10 seconds: the printer' \
+    "$(grep -m 3 -E '^(at last|takes|heard)' "$printer_dir/heard")" \
+    $'at last: now: nak-out 10\ntakes what waited\nheard wake-up'
 }
 
 case_backend_killed() {
