@@ -57,6 +57,23 @@ unplugged_at() {
 case_unplugged_at_wake_up() { unplugged_at wake-up; }
 case_unplugged_at_query() { unplugged_at status-query; }
 
+# The error policy retry-job keeps a job whose backend has failed, for five minutes if nobody sends
+# it on.
+case_retried() {
+  printer
+  scheduler_client lpadmin -p "$queue" -o printer-error-policy=retry-job
+  tell 'at status-query unplug'
+  send ReportLevels ReportStatus
+  expect_shows 'unplugged, and retried' "$NO_ANSWER"
+  wait_logged 'Job held for 300 seconds since it could not be sent.'
+  tell plug
+  scheduler_client lp -i "$queue-$scheduler_job" -H immediate
+  wait_logged 'commandtovelmo) exited with no errors.' 2
+  wait_for shows_that "$GOOD" || true
+  expect 'plugged in again, and retried: what the queue shows' "$(shows)" "$GOOD"
+  expect_end_of_job 'plugged in again, and retried' completed
+}
+
 case_stall_out_once() {
   printer
   tell 'stall-out once'
@@ -113,5 +130,5 @@ case_backend_killed() {
   job_is_right 'the backend killed, and the next'
 }
 
-run_cases absent nak plugged_in_late unplugged_at_wake_up unplugged_at_query stall_out stall_in \
-  backend_killed one_way unidir stall_out_once stall_in_once
+run_cases absent nak plugged_in_late unplugged_at_wake_up unplugged_at_query retried stall_out \
+  stall_in backend_killed one_way unidir stall_out_once stall_in_once
