@@ -25,8 +25,8 @@ constexpr LogFailure FAILURES[] = {
     {"fflush() failed.", "the backend has ended",
      "a line of the backend's own in the log tells why; printer and cable"},
     {"CUPS_SC_CMD_DRAIN_OUTPUT=CUPS_SC_STATUS_TIMEOUT(3)",
-     "the backend did not send what was pending within 5 seconds: it is not connected yet, or it "
-     "is the USB backend, which notices late",
+     "the backend did not send what was pending within 5 seconds: it is not connected yet, the "
+     "printer takes nothing, or, over USB, the request was lost",
      "none if an answer follows; otherwise printer and cable"},
     {"CUPS_SC_CMD_DRAIN_OUTPUT=...", "the backend did not send what was pending, or has ended",
      "none if an answer follows; otherwise printer and cable"},
