@@ -20,7 +20,7 @@ using Chunk = std::array<char, 4096>;
 
 }  // namespace
 
-ReadyPipe::ReadyPipe(std::string const& path) : descriptor(-1)
+ReadyPipe::ReadyPipe(std::string const& path)
 {
   unlink(path.c_str());
   if (mkfifo(path.c_str(), EVERYBODY) == 0 && chmod(path.c_str(), EVERYBODY) == 0)

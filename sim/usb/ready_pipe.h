@@ -19,7 +19,7 @@ public:
   void show(bool ready);
 
 private:
-  int descriptor;
+  int descriptor = -1;
   bool is_full = false;
 };
 

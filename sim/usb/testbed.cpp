@@ -80,14 +80,14 @@ void Testbed::in_printers_thread(std::function<void()> const& work)
 
 // umockdev tells nobody that a client has gone, but nobody else keeps it: it is freed then, also
 // when it was killed in the middle of a call.
-void Testbed::on_connected(UMockdevIoctlBase*, UMockdevIoctlClient* client, void* self)
+void Testbed::on_connected(UMockdevIoctlBase* /*handler*/, UMockdevIoctlClient* client, void* self)
 {
   auto& testbed = *static_cast<Testbed*>(self);
   g_object_weak_ref(G_OBJECT(client), on_gone, self);
   testbed.in_printers_thread([&] { testbed.callbacks.came(client); });
 }
 
-gboolean Testbed::on_call(UMockdevIoctlBase*, UMockdevIoctlClient* client, void* self)
+gboolean Testbed::on_call(UMockdevIoctlBase* /*handler*/, UMockdevIoctlClient* client, void* self)
 {
   auto& testbed = *static_cast<Testbed*>(self);
   testbed.in_printers_thread([&] { testbed.callbacks.called(client); });
