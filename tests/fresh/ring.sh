@@ -29,13 +29,6 @@ LONG=120 # seconds: more than any wait of keep-fresh that a test is about
 # wait_for COMMAND [ARGUMENT...]: waits until it succeeds.
 wait_for() { wait_until "$LONG" "$@"; }
 
-# give_up WHAT IS SHOULD: ends the test, because what follows would wait in vain.
-give_up() {
-  expect_failed "$1" "is        \"$2\"
-should be \"$3\""
-  exit 1
-}
-
 # restart [SETTING]: ends the scheduler and starts it again, with one more line of cupsd.conf.
 restart() {
   end_child "$scheduler_pid"

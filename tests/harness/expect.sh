@@ -8,6 +8,7 @@ expectations=0
 failures=0
 expect_shown='' # the text that a failure showed last; it is not shown twice in a row
 EXPECT_LINES=30 # of a text are shown
+EXPECT_FRAME=-2 # of the call stack, which names the test's line in a failure: the outermost
 
 # expect WHAT IS SHOULD: compares two texts byte by byte.
 expect() {
@@ -52,7 +53,7 @@ expect_good_ends() {
 # expect_failed WHAT TEXT: counts a failure and tells it, with the line of the test.
 expect_failed() {
   failures=$((failures + 1))
-  printf 'FAILED: %s:%s: %s\n' "${0##*/}" "${BASH_LINENO[-2]}" "$1"
+  printf 'FAILED: %s:%s: %s\n' "${0##*/}" "${BASH_LINENO[EXPECT_FRAME]}" "$1"
   echo "  ${2//$'\n'/$'\n'  }"
 }
 
@@ -65,6 +66,20 @@ expect_text_failed() {
     *) head -n "$EXPECT_LINES" <<<"  | ${3//$'\n'/$'\n'  | }" ;;
   esac
   expect_shown=$3
+}
+
+# give_up WHAT IS SHOULD: tells a wait in vain and ends the test, because what follows would wait in
+# vain, too.
+give_up() {
+  expect_failed "$1" "is        \"$2\"
+should be \"$3\""
+  exit 1
+}
+
+# give_up_text WHAT WISH TEXT: the same for a whole text.
+give_up_text() {
+  expect_text_failed "$@"
+  exit 1
 }
 
 # The first line in which two texts differ.

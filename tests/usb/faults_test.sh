@@ -30,7 +30,7 @@ case_absent() {
   expect_job 'no printer' '-2;  ; Ribbon Type: 00; none' 'one-way(3) wake-up ReportLevels'
   expect_that 'no printer: the job stays' not job_has_ended
   scheduler_client cancel "$queue-$scheduler_job"
-  expect 'no printer: the job cancelled' "$(job_state)" canceled
+  expect_state 'no printer: the job cancelled' canceled
   tell plug
   job_is_right 'no printer, and then one'
 }
@@ -69,8 +69,8 @@ case_retried() {
   tell plug
   scheduler_client lp -i "$queue-$scheduler_job" -H immediate
   wait_logged 'commandtovelmo) exited with no errors.' 2
-  wait_for shows_that "$GOOD" || true
-  expect 'plugged in again, and retried: what the queue shows' "$(shows)" "$GOOD"
+  wait_for shows_that "$GOOD" ||
+    give_up 'plugged in again, and retried: what the queue shows' "$(shows)" "$GOOD"
   expect_end_of_job 'plugged in again, and retried' completed
 }
 
@@ -125,7 +125,7 @@ case_backend_killed() {
   backend=$(scheduler_job_log | sed -n 's,^Started backend .*/usb (PID \([0-9]*\))$,\1,p')
   kill -KILL "$backend"
   expect_shows 'the backend killed' "$NO_ANSWER"
-  expect 'the backend killed: the job' "$(job_state)" completed # for the scheduler, no error
+  expect_state 'the backend killed: the job' completed # for the scheduler, no error
   tell 'silent off'
   job_is_right 'the backend killed, and the next'
 }

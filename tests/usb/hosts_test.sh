@@ -17,7 +17,8 @@ on_exit "end_child \$host; printer_stop; rm -rf '$work'"
 install -m 0755 "$(scheduler_cups_path serverbin)/backend/usb" "$work/backend"
 printf '\033EWU\033V21' >"$work/questions"
 printer_start "$USB_SIMULATOR"
-wait_until 30 printer_said 'plugged in at ' 0
+wait_until 30 printer_said 'plugged in at ' 0 ||
+  give_up 'the printer' "$(<"$printer_dir/heard")" 'plugged in'
 
 # host: the backend asks the printer; what it is answered goes to $work/answer. Sets $host.
 host() {
@@ -38,20 +39,19 @@ printer_tell silent on
 for ((i = 0; i < KILLED; ++i)); do
   claims=$(printer_count 'claimed by')
   host
-  ((i % 2 == 0)) || wait_until 30 printer_said 'claimed by' "$claims" || break
+  ((i % 2 == 0)) || wait_until 60 printer_said 'claimed by' "$claims" ||
+    give_up "host $((i + 1)) behind killed ones" 'without the device' 'has the device'
   sleep "0.$(printf %03d $((RANDOM % 300)))"
   kill -KILL "$host"
   wait "$host" 2>/dev/null || true
 done
-expect 'hosts that could be killed' "$i" "$KILLED"
-wait_until 30 all_released || true
-expect 'claims that are not given back' \
-  $(($(printer_count 'claimed by') - $(printer_count 'released by'))) 0
+wait_until 60 all_released ||
+  give_up 'claims that are not given back' \
+    $(($(printer_count 'claimed by') - $(printer_count 'released by'))) 0
 printer_tell silent off
 host
-wait_until 60 is_answered || true
-expect "what the next host is answered; its log: $(tail -n 5 "$work/log")" \
-  "$(answered)" 192
+wait_until 60 is_answered ||
+  give_up "bytes that the next host is answered; its log: $(tail -n 5 "$work/log")" "$(answered)" 192
 end_child "$host"
 
 # Nanoseconds of processor time that the process has had.
@@ -60,7 +60,8 @@ spent() { awk '{ ns += $1 } END { print ns }' "/proc/$1"/task/*/schedstat; }
 printer_tell silent on
 queries=$(printer_count 'heard status query')
 host
-wait_until 60 printer_said 'heard status query' "$queries" || true
+wait_until 60 printer_said 'heard status query' "$queries" ||
+  give_up 'the printer before the host that waits' 'has heard no query' 'has heard one'
 before=$(($(spent "$printer_pid") + $(spent "$host")))
 sleep 2
 milliseconds=$((($(spent "$printer_pid") + $(spent "$host") - before) / 1000000))

@@ -17,6 +17,8 @@
 
 LONG=120  # seconds: more than anything of the backend takes
 AT_ONCE=8 # cases; more would only keep each other from the processor
+# shellcheck disable=SC2034 # for expect.sh: run_cases calls run_case, and that the case
+EXPECT_FRAME=-5
 
 # What a queue shows: level; message; name; reasons.
 # shellcheck disable=SC2034 # for the tests
@@ -90,20 +92,22 @@ send() { scheduler_send_command "$queue" "$@"; }
 # job_logged TEXT [TIMES]: the log of the job sent last has it, so often.
 job_logged() { (($(scheduler_job_log | grep -cF -e "$1") >= ${2-1})); }
 wait_logged() {
-  wait_for job_logged "$@" || expect_part "$queue: the job's log" "$(scheduler_job_log)" "$1"
+  wait_for job_logged "$@" ||
+    give_up_text "$queue: the job's log" "should come: $1" "$(scheduler_job_log | tail -n 25)"
 }
 
 # wait_heard TEXT [BEFORE]: waits until the printer has said it once more than before.
 wait_heard() {
   wait_for printer_said "$1" "${2-0}" ||
-    expect_part "$queue: what the printer said" "$(<"$printer_dir/heard")" "$1"
+    give_up_text "$queue: what the printer says" "should come: $1" "$(tail -n 25 "$printer_dir/heard")"
 }
 
-filter_has_ended() {
-  scheduler_job_log | grep -qE '^PID [0-9]+ \(.*/commandtovelmo\) (exited|stopped|crashed)'
-}
+# How the filter ended; nothing while it runs.
+filter_end() { scheduler_job_log | sed -n 's,^PID [0-9]* (.*/commandtovelmo) ,,p'; }
+filter_has_ended() { [[ $(filter_end) ]]; }
 wait_filter() {
-  wait_for filter_has_ended || expect "$queue: the filter" 'is still running' 'has ended'
+  wait_for filter_has_ended ||
+    give_up "$queue: the filter, which did \"$(transcript)\"" 'still running' ended
 }
 
 shows() {
@@ -121,7 +125,8 @@ shows_that() { [[ $(shows) == "$1" ]]; }
 # note of a program's end before it has read all that the program wrote.
 expect_shows() {
   wait_filter
-  wait_until 10 shows_that "$2" || true
+  wait_until 30 shows_that "$2" ||
+    give_up "$queue, $1: what the queue shows, when the filter did \"$(transcript)\"" "$(shows)" "$2"
   expect "$queue, $1: what the queue shows" "$(shows)" "$2"
 }
 
@@ -153,12 +158,19 @@ job_is_settled() { job_has_ended || backend_waits; }
 # expect_end_of_job TITLE STATE: the job's end. When all is sent, the backend waits for seconds on a
 # printer that says nothing, and goes at once when an empty packet comes.
 expect_end_of_job() {
-  wait_for job_is_settled || true
+  wait_for job_is_settled ||
+    give_up_text "$queue, $1: the job's log" "should come: the job's end" "$(scheduler_job_log | tail -n 25)"
   job_has_ended || tell 'stale 0'
-  expect "$queue, $1: the job's end" "$(job_state)" "$2"
+  expect_state "$1: the job's end" "$2"
 }
 
-job_state() { scheduler_ask '' job-end job-state -d job="$scheduler_job"; }
+# expect_state TITLE STATE: in which the job sent last has ended.
+expect_state() {
+  local state
+  state=$(scheduler_ask '' job-end job-state -d job="$scheduler_job") ||
+    give_up "$queue, $1" 'still running' "$2"
+  expect "$queue, $1" "$state" "$2"
+}
 
 # job_is_right TITLE: a job with both directives, from its beginning to its end.
 job_is_right() {
