@@ -43,6 +43,7 @@ bool UsbPlug::plug()
 bool UsbPlug::unplug()
 {
   if (!node) return false;
+  ++times_unplugged;
   for (auto& [client, is_there] : clients) {
     is_there = false;
     usb.pipes.end_all(client, ESHUTDOWN);
@@ -125,7 +126,9 @@ void UsbPlug::claimed()
 {
   say("claimed by a host");
   parser = {};
-  cable = std::make_shared<Cable>(io, [this](Bytes const& bytes) {
+  // A host that has gone leaves the printer answering what it asked, until the plug is pulled.
+  cable = std::make_shared<Cable>(io, [this, since = times_unplugged](Bytes const& bytes) {
+    if (since != times_unplugged) return;
     usb.pipes.answer(bytes);
     show_ready();
   });

@@ -55,6 +55,7 @@ private:
   std::optional<ReadyPipe> node;        // as long as it is plugged in
   std::map<void const*, bool> clients;  // whether the device has been there since they came
   std::shared_ptr<Cable> cable;
+  unsigned times_unplugged = 0;
   EscapeCommandParser parser;
   std::multimap<EscapeCommand, std::function<void()>> orders;
   asio::steady_timer nak_timer;

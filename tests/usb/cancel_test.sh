@@ -37,11 +37,14 @@ cancel_behind() {
 }
 
 backend_goes() { backend_waits || scheduler_job_log | grep -qE '^PID [0-9]+ \(.*/usb\) '; }
-next_is_right() {
+wait_backend() {
   wait_for backend_goes ||
-    give_up_text "$queue, $1: the cancelled job's log" "should come: the backend's end" \
+    give_up_text "$queue: the cancelled job's log" "should come: the backend's end" \
       "$(scheduler_job_log | tail -n 25)"
   tell 'stale 0'
+}
+next_is_right() {
+  wait_backend
   job_is_right "$1, and the next job"
 }
 
@@ -72,6 +75,18 @@ case_in_pieces() {
   send "${MANY[@]}"
   wait_heard 'heard status query'
   cancel_in 'in the middle of a reply' 'unplug, plug, delay 0'
+}
+
+# The same when its host has gone already.
+case_pieces_left() {
+  printer --fragments "$(yes 4 | head -n 20 | paste -sd ,)" --delay 300
+  send "${MANY[@]}"
+  wait_heard 'heard status query'
+  cancel_filter 'in a reply of which pieces are left'
+  wait_backend
+  wait_heard 'released by the host'
+  tell 'unplug, plug, delay 0'
+  job_is_right 'in a reply of which pieces are left, and the next job'
 }
 
 case_too_late() {
@@ -121,4 +136,4 @@ case_at_end() {
   next_is_right 'all is done'
 }
 
-run_cases nak asleep in_pieces too_late full_speed unidir silent stall_in stall_out at_end
+run_cases nak asleep in_pieces pieces_left too_late full_speed unidir silent stall_in stall_out at_end
