@@ -6,7 +6,7 @@ filter_end() { scheduler_job_log | sed -n 's,^PID [0-9]* (.*/commandtovelmo) ,,p
 filter_has_ended() { [[ $(filter_end) ]]; }
 wait_filter() {
   wait_for filter_has_ended ||
-    give_up "$queue: the filter, which did \"$(transcript)\"" 'still running' ended
+    give_up "$queue: the filter, which did \"$(transcript | cut -c 1-200)\"" 'still running' ended
 }
 
 shows() {
@@ -25,7 +25,7 @@ shows_that() { [[ $(shows) == "$1" ]]; }
 expect_shows() {
   wait_filter
   wait_until 30 shows_that "$2" ||
-    give_up "$queue, $1: what the queue shows, when the filter did \"$(transcript)\"" "$(shows)" "$2"
+    give_up "$queue, $1: what the queue shows, when the filter did \"$(transcript | cut -c 1-200)\"" "$(shows)" "$2"
   expect "$queue, $1: what the queue shows" "$(shows)" "$2"
 }
 
