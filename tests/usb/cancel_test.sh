@@ -98,10 +98,10 @@ case_too_late() {
 
 case_unidir() {
   printer
-  usb_quirk "$queue" unidir
+  usb_quirk "$serial" unidir
   send "${MANY[@]}"
   wait_heard 'answered status query'
-  usb_quirk "$queue" ''
+  usb_quirk "$serial" ''
   cancel_in 'the quirk unidir' 'unplug, plug'
 }
 

@@ -16,7 +16,7 @@ case_one_way() {
 # The backend says that answers can be read, and reads none.
 case_unidir() {
   printer
-  usb_quirk "$queue" unidir
+  usb_quirk "$serial" unidir
   send ReportLevels ReportStatus
   expect_job 'the quirk unidir' "$NO_ANSWER" "$FAILED_BOTH"
   expect_end_of_job 'the quirk unidir' completed
