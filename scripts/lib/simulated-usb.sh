@@ -9,11 +9,17 @@
 #   scheduler_add_queue photo "$(usb_uri V0001)"
 #   printer_tell unplug
 
-# Has the scheduler run the usb backend where it sees simulated printers.
+# Has the scheduler run the usb backend where it sees simulated printers. The machines of these are
+# open to every user, and lie in a folder that lets in nobody but the backend's.
 usb_start() {
   local backend
   backend=$(scheduler_cups_path serverbin)/backend/usb
-  mkdir -m 0755 "$scheduler_dir/usb" "$scheduler_dir/usb/printers" "$scheduler_dir/usb/quirks"
+  mkdir -m 0700 "$scheduler_dir/usb"
+  mkdir -m 0755 "$scheduler_dir/usb/printers" "$scheduler_dir/usb/quirks"
+  if [[ $(id -u) -eq 0 ]]; then
+    chgrp lp "$scheduler_dir/usb"
+    chmod 0710 "$scheduler_dir/usb"
+  fi
   install -m 0755 "$backend" "$scheduler_dir/usb/backend"
   scheduler_install backend "$scheduler_files/scheduler/usb"
 }

@@ -59,13 +59,6 @@ CallResult claim(void const* client, UsbPort& port)
   return DONE;
 }
 
-CallResult clear_stalls(UsbPort& port)
-{
-  port.pipes.stall_in(Stall::Off);
-  port.pipes.stall_out(Stall::Off);
-  return DONE;
-}
-
 }  // namespace
 
 void release_interface(void const* client, UsbPort& port)
@@ -100,11 +93,12 @@ CallResult answer_call(UMockdevIoctlClient* client, UsbPort& port, bool is_there
       return DONE;
     case USBDEVFS_SUBMITURB:
       return submit(client, port, argument);
-    case USBDEVFS_CLEAR_HALT:
-      return clear_stalls(port);
     case USBDEVFS_RESET:
       port.pipes.forget_answers();
-      return clear_stalls(port);
+      return DONE;
+    // A stall that happens once has ended with the call that it failed, and one that is on stays
+    // on.
+    case USBDEVFS_CLEAR_HALT:
     case USBDEVFS_SETINTERFACE:
     case USBDEVFS_SETCONFIGURATION:
       return DONE;

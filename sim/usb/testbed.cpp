@@ -2,7 +2,7 @@
 // see in place of /sys and /dev, and whose calls on the device's node come here.
 #include "sim/usb/testbed.h"
 
-#include <asio/post.hpp>
+#include <asio/dispatch.hpp>
 #include <asio/use_future.hpp>
 #include <filesystem>
 #include <memory>
@@ -72,10 +72,12 @@ void Testbed::remove()
   umockdev_testbed_remove_device(bed, path.c_str());
 }
 
-// umockdev has a thread of its own, which waits here: so nothing of the printer needs a lock.
+// umockdev has a thread of its own, which waits here: so nothing of the printer needs a lock. A
+// client may also go in the printer's thread, which does not wait for itself. What fails in there
+// ends the simulator, and leaves no host without an answer.
 void Testbed::in_printers_thread(std::function<void()> const& work)
 {
-  if (!io.stopped()) asio::post(io, asio::use_future(work)).wait();
+  if (!io.stopped()) asio::dispatch(io, asio::use_future(work)).get();
 }
 
 // umockdev tells nobody that a client has gone, but nobody else keeps it: it is freed then, also

@@ -57,7 +57,7 @@ bool stale(UsbPlug& plug, std::string_view value)
 }
 
 struct Row {
-  char const* name;
+  std::string_view name;
   char const* argument;  // how its value is written
   char const* help;
   bool (*run)(UsbPlug& plug, std::string_view value);  // false: not such a value, or not now
@@ -80,6 +80,14 @@ constexpr Row ORDERS[] = {
     {"stale", SIZE, "so many zero bytes that nobody asked for; 0: an empty packet", stale},
 };
 
+Row const* row_named(std::string_view word)
+{
+  auto const* const row = std::ranges::find(ORDERS, word, &Row::name);
+  return row == std::end(ORDERS) ? nullptr : row;
+}
+
+bool is_for_plug(std::string_view order) { return row_named(take_until(order, " \t")) != nullptr; }
+
 std::optional<EscapeCommand> command_named(std::string_view text)
 {
   if (text == "wake-up") return EscapeCommand::WakeUp;
@@ -88,12 +96,20 @@ std::optional<EscapeCommand> command_named(std::string_view text)
   return {};
 }
 
+std::string refusal(Row const& row, std::string_view value)
+{
+  if (!*row.argument && value.empty()) return std::string(row.name) + ": it is so already";
+  return std::string(row.name) + ": bad value \"" + std::string(value) + "\": expected "
+         + (*row.argument ? row.argument : "nothing");
+}
+
 OrderResult run_at(UsbPlug& plug, PrinterModel& printer, std::string_view rest)
 {
   auto const command = command_named(take_until(rest, " \t"));
   std::string const order(trim(rest));
-  if (!command || order.empty())
-    return {Kind::Refused, "at: expected wake-up|status-query|job-status-query and an order"};
+  if (!command || !is_for_plug(order))
+    return {Kind::Refused,
+            "at: expected wake-up|status-query|job-status-query and an order for the plug"};
   plug.at(*command, [&plug, &printer, order] {
     auto const result = run_usb_order(plug, printer, order);
     say("at last: " + result.text);
@@ -110,13 +126,9 @@ OrderResult run_usb_order(UsbPlug& plug, PrinterModel& printer, std::string_view
   value = trim(value);
   if (word == "at") return run_at(plug, printer, value);
 
-  auto const* const row =
-      std::ranges::find_if(ORDERS, [&](Row const& o) { return word == o.name; });
-  if (row == std::end(ORDERS)) return run_order(printer, line);
-  if (!row->run(plug, value))
-    return {Kind::Refused, std::string(word) + ": bad value \"" + std::string(value)
-                               + "\": expected " + (*row->argument ? row->argument : "nothing")
-                               + (*row->argument ? "" : ", or it is so already")};
+  Row const* const row = row_named(word);
+  if (!row) return run_order(printer, line);
+  if (!row->run(plug, value)) return {Kind::Refused, refusal(*row, value)};
   return {Kind::Accepted, "now: " + std::string(trim(line))};
 }
 
@@ -124,8 +136,8 @@ std::string usb_orders_help()
 {
   std::string text;
   for (auto const& row : ORDERS)
-    text += std::string("  ") + row.name + ' ' + row.argument + ": " + row.help + '\n';
-  return text + "  at wake-up|status-query|job-status-query ORDER: once, when a host sends that\n";
+    text += "  " + std::string(row.name) + ' ' + row.argument + ": " + row.help + '\n';
+  return text + "  at wake-up|status-query|job-status-query ORDER: one of these, once, when a host\n    sends that\n";
 }
 
 }  // namespace sim

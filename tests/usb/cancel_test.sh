@@ -7,9 +7,6 @@ set -eu
 # shellcheck source-path=SCRIPTDIR/../.. source=tests/usb/ring.sh
 . "$(dirname "$0")/ring.sh"
 
-# Without an answer, so many questions take the filter a second each: it stays where it is cancelled.
-mapfile -t MANY < <(yes ReportLevels | head -n 1000)
-
 # cancel_in TITLE ORDERS: cancels the job sent last, mends the printer, and has a job done there.
 cancel_in() {
   cancel_filter "$1"
@@ -121,6 +118,19 @@ case_stall_in() {
   cancel_in 'all reads stall' 'unplug, plug, stall-in off'
 }
 
+# What a cancel reaches that comes when the job is held until it is tried again.
+case_held() {
+  printer
+  scheduler_client lpadmin -p "$queue" -o printer-error-policy=retry-job
+  tell 'at status-query unplug'
+  send ReportLevels
+  wait_logged 'Job held for 300 seconds since it could not be sent.'
+  scheduler_client cancel "$queue-$scheduler_job"
+  expect_state 'held to be tried again: the job cancelled' canceled
+  tell plug
+  job_is_right 'held to be tried again, and the next job'
+}
+
 case_stall_out() {
   printer
   tell 'stall-out on'
@@ -136,4 +146,4 @@ case_at_end() {
   next_is_right 'all is done'
 }
 
-run_cases nak asleep in_pieces pieces_left too_late full_speed unidir silent stall_in stall_out at_end
+run_cases nak asleep in_pieces pieces_left too_late full_speed unidir silent held stall_in stall_out at_end

@@ -30,7 +30,7 @@ case_two_printers() {
     $'usb://Velmo/Photo?serial=first\nusb://Velmo/Photo?serial=second'
   expect 'the device ID' "$(found device-id)" \
     'MFG:Velmo;MDL:Photo;CLS:PRINTER;DES:Velmo Photo;'
-  expect_part 'make and model' "$(found make-and-model)" "$(ppd_value ModelName)"
+  expect 'make and model' "$(found make-and-model)" "$(ppd_value ModelName)"
   expect 'the maker' "$(ppd_value Manufacturer)" Velmo
 }
 

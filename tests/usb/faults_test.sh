@@ -108,6 +108,16 @@ case_stall_in() {
   job_is_right 'reads stall no more'
 }
 
+# Nobody helps this one with an empty packet: the backend waits to its own end.
+case_last_wait() {
+  printer
+  send ReportLevels
+  expect_job 'the wait at the end' "$GOOD" 'wake-up ReportLevels asks 192 bytes'
+  wait_logged 'Waiting for read thread to exit...'
+  wait_logged 'Read thread still active, aborting the pending read...'
+  expect_state 'the wait at the end' completed
+}
+
 case_nak() {
   printer
   tell 'at wake-up nak-out 10'
@@ -117,13 +127,17 @@ case_nak() {
     $'at last: now: nak-out 10\ntakes what waited\nheard wake-up'
 }
 
+# With so many questions the backend does not end by itself before it is killed.
 case_backend_killed() {
   local backend
   printer --silent
-  send ReportLevels
+  send "${MANY[@]}"
   wait_heard 'heard status query'
   backend=$(scheduler_job_log | sed -n 's,^Started backend .*/usb (PID \([0-9]*\))$,\1,p')
   kill -KILL "$backend"
+  wait_logged "PID $backend ("
+  expect_part 'the backend killed: its end' "$(scheduler_job_log | grep -F "PID $backend (" | tail -n 1)" \
+    '/usb) was terminated normally with signal 9.'
   expect_shows 'the backend killed' "$NO_ANSWER"
   expect_state 'the backend killed: the job' completed # for the scheduler, no error
   tell 'silent off'
@@ -131,4 +145,4 @@ case_backend_killed() {
 }
 
 run_cases absent nak plugged_in_late unplugged_at_wake_up unplugged_at_query retried stall_out \
-  stall_in backend_killed one_way unidir stall_out_once stall_in_once
+  stall_in backend_killed last_wait one_way unidir stall_out_once stall_in_once

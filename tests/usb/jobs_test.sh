@@ -39,7 +39,7 @@ print_picture() {
 
 # Each print takes one from the ribbon, so that a level tells how many came before it.
 case_prints() {
-  local title ribbon='Ribbon Type: 13x18(5x7″); none'
+  local title command print ribbon='Ribbon Type: 13x18(5x7″); none'
   printer --count-prints
   for title in 349 348; do
     print_picture
@@ -48,10 +48,12 @@ case_prints() {
     send ReportLevels
     expect_job "$title left" "49; Prints Remaining = $title / 700; $ribbon" \
       'wake-up ReportLevels asks 192 bytes'
+    command=$scheduler_job
     print_picture # waits behind the command job
-    scheduler_job=$((scheduler_job - 1))
+    print=$scheduler_job
+    scheduler_job=$command
     expect_end_of_job "$title left" completed
-    scheduler_job=$((scheduler_job + 1))
+    scheduler_job=$print
     expect_end_of_job "a print behind $title" completed
     tell "remaining $title" # as before that print
   done

@@ -60,6 +60,9 @@ case_stale_reply() {
   tell 'stale 192'
   send ReportLevels
   expect_shows 'a reply of an earlier conversation' '-1;  ; Ribbon Type: 00; com.velmo-error0005'
+  expect_end_of_job 'a reply of an earlier conversation' completed
+  tell 'error 00 00 00'
+  job_is_right 'a reply of an earlier conversation, and the next job'
 }
 
 # The reply is read twenty bytes too late: neither the ribbon nor the error are where they should be.
@@ -68,13 +71,14 @@ case_stale_bytes() {
   tell 'stale 20'
   send ReportLevels
   expect_shows 'some bytes of an earlier conversation' '-1;  ; Ribbon Type: 00; none'
+  expect_end_of_job 'some bytes of an earlier conversation' completed
 }
 
 # one_job_goes TITLE SHOWN TRANSCRIPT DIRECTIVE...: one job of several goes so. The filter waits a
 # second for a reply; how much of it is over when the printer hears the question is chance.
 one_job_goes() {
   local answered
-  for _ in 1 2 3 4 5 6; do
+  for _ in {1..20}; do
     answered=$(printer_count 'answered status query')
     send "${@:4}"
     wait_filter
