@@ -3,8 +3,8 @@
 #include "sim/usb/testbed.h"
 
 #include <asio/dispatch.hpp>
-#include <asio/use_future.hpp>
 #include <filesystem>
+#include <future>
 #include <memory>
 #include <stdexcept>
 #include <utility>
@@ -77,7 +77,11 @@ void Testbed::remove()
 // ends the simulator, and leaves no host without an answer.
 void Testbed::in_printers_thread(std::function<void()> const& work)
 {
-  if (!io.stopped()) asio::dispatch(io, asio::use_future(work)).get();
+  if (io.stopped()) return;
+  std::packaged_task<void()> task(work);
+  auto done = task.get_future();
+  asio::dispatch(io, [&task] { task(); });
+  done.get();
 }
 
 // umockdev tells nobody that a client has gone, but nobody else keeps it: it is freed then, also
