@@ -12,6 +12,7 @@
 #if CUPS_VERSION_MAJOR != 2
 #error "commandtovelmo needs libcups 2: libcups 3 changed the interfaces that filters use"
 #endif
+// NOLINTNEXTLINE(clang-diagnostic-reserved-identifier): the library's own name
 extern "C" int _cups_strcasecmp(char const*, char const*);
 
 namespace {
