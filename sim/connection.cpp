@@ -12,14 +12,18 @@
 
 namespace sim {
 
-Connection::Connection(asio::ip::tcp::socket peer, PrinterModel& model)
-    : socket(std::move(peer)), timer(socket.get_executor()), printer(model)
+Connection::Connection(asio::ip::tcp::socket peer, PrinterModel& model,
+                       std::string const& printer_name)
+    : socket(std::move(peer)),
+      timer(socket.get_executor()),
+      printer(model),
+      prefix(printer_name.empty() ? "" : printer_name + ": ")
 {
 }
 
 void Connection::start()
 {
-  say("connection opened");
+  tell("connection opened");
   asio::error_code ignored;
   // Each piece goes out when it is sent and does not wait for the next.
   socket.set_option(asio::ip::tcp::no_delay(true), ignored);
@@ -43,7 +47,7 @@ void Connection::hear(Heard const& heard)
   if (!socket.is_open()) return;  // closed by a command before this one
   std::string line = std::string("heard ") + name(heard.command);
   if (heard.command == EscapeCommand::Unknown) line += " 0x" + to_text(heard.byte);
-  say(line);
+  tell(line);
 
   if (heard.command == EscapeCommand::Unknown && printer.counts_prints) print();
   if (heard.command == EscapeCommand::WakeUp && printer.close_after_wake_up) return close();
@@ -68,7 +72,7 @@ void Connection::print()
   if (has_printed) return;
   has_printed = true;
   use_up_print(printer);
-  say("printed, " + to_text(printer.remaining) + " prints left");
+  tell("printed, " + to_text(printer.remaining) + " prints left");
 }
 
 void Connection::answer(EscapeCommand command, Bytes const& reply)
@@ -81,8 +85,8 @@ void Connection::answer(EscapeCommand command, Bytes const& reply)
 void Connection::send_next()
 {
   while (!answers.empty() && answers.front().pieces.empty()) {
-    say(std::string("answered ") + name(answers.front().command) + " with "
-        + std::to_string(answers.front().length) + " bytes");
+    tell(std::string("answered ") + name(answers.front().command) + " with "
+         + std::to_string(answers.front().length) + " bytes");
     answers.pop_front();
   }
   if (answers.empty()) {
@@ -111,7 +115,9 @@ void Connection::close()
   asio::error_code ignored;
   timer.cancel();
   socket.close(ignored);
-  say("connection closed");
+  tell("connection closed");
 }
+
+void Connection::tell(std::string const& what) const { say(prefix + what); }
 
 }  // namespace sim

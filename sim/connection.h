@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <string>
 
 #include "sim/escape_commands.h"
 #include "sim/printer_model.h"
@@ -17,8 +18,9 @@ namespace sim {
 // Lives as long as an operation on its socket or timer is under way.
 class Connection : public std::enable_shared_from_this<Connection> {
 public:
-  // REQUIRES: `printer` outlives the connection.
-  Connection(asio::ip::tcp::socket peer, PrinterModel& model);
+  // What happens is told with the printer's name in front, if it has one.
+  // REQUIRES: `model` outlives the connection.
+  Connection(asio::ip::tcp::socket peer, PrinterModel& model, std::string const& printer_name);
 
   void start();
 
@@ -37,10 +39,12 @@ private:
   void send_next();
   void send_piece();
   void close();
+  void tell(std::string const& what) const;
 
   asio::ip::tcp::socket socket;
   asio::steady_timer timer;
   PrinterModel& printer;
+  std::string prefix;  // of each message
   EscapeCommandParser parser;
   std::array<std::uint8_t, 4096> received{};
   std::deque<Answer> answers;  // the first is being sent

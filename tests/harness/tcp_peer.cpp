@@ -10,21 +10,27 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 
 namespace {
 
 constexpr timeval PATIENCE{60, 0};  // far beyond what the slowest machine needs
+
+int connect_to(std::uint16_t port, int descriptor)
+{
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(port);
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  return connect(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address);
+}
 
 }  // namespace
 
 TcpPeer::TcpPeer(std::uint16_t port) : descriptor_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
 {
   setsockopt(descriptor_, SOL_SOCKET, SO_RCVTIMEO, &PATIENCE, sizeof PATIENCE);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(port);
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  EXPECT_EQ(connect(descriptor_, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+  EXPECT_EQ(connect_to(port, descriptor_), 0);
 }
 
 TcpPeer::~TcpPeer()
@@ -70,4 +76,12 @@ unsigned TcpPeer::segments() const
   socklen_t size = sizeof info;
   EXPECT_EQ(getsockopt(descriptor_, IPPROTO_TCP, TCP_INFO, &info, &size), 0);
   return info.tcpi_data_segs_in;
+}
+
+bool is_refused(std::uint16_t port)
+{
+  int const descriptor = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  bool const refused = connect_to(port, descriptor) != 0 && errno == ECONNREFUSED;
+  close(descriptor);
+  return refused;
 }

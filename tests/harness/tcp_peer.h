@@ -29,3 +29,6 @@ public:
 private:
   int descriptor_;
 };
+
+// Whether nobody takes connections at this port.
+bool is_refused(std::uint16_t port);

@@ -34,6 +34,8 @@ TEST(SimulatorCommandLine, HelpTellsEveryOptionWithItsUnitAndDefault)
   auto const help = words_of(simulator.rest_of_output());
   for (std::string const option : {
            "--port 0..65535 TCP port on 127.0.0.1, 0 picks a free one (default 0)",
+           "--printers 1..65535 So many printers, numbered from 1, each with a state and a port of "
+           "its own, that of --port and those behind it (default 1)",
            "--error \"HH HH HH\" Printer error code, three hex bytes (default 00 00 00)",
            "--total 0..65535 Capacity of the ribbon, in prints (default 700)",
            "--remaining 0..65535 Prints left on the ribbon (default 350)",
@@ -69,6 +71,10 @@ TEST(SimulatorCommandLine, AWrongOptionOrValueEndsWithStatusTwoAndSaysWhy)
            {{"--port", "65536"}, "--port: bad value \"65536\": expected 0..65535"},
            {{"--port", "http"}, "--port: bad value \"http\": expected 0..65535"},
            {{"--port="}, "--port: 1 required 0..65535 missing"},
+           {{"--printers", "0"}, "--printers: bad value \"0\": expected 1..65535"},
+           {{"--printers", "65536"}, "--printers: bad value \"65536\": expected 1..65535"},
+           {{"--port", "65534", "--printers", "3"},
+            "--printers: behind port 65534 there are not so many ports"},
            {{"--error", "06 02"}, "--error: bad value \"06 02\": expected HH HH HH"},
            {{"--error", "06", "02", "02"}, "--error: bad value \"06\": expected HH HH HH"},
            {{"--error"}, "--error: 1 required \"HH HH HH\" missing"},
