@@ -1,0 +1,53 @@
+"""What the parts of a run share: the scheduler, its queues, and a printer behind each."""
+import dataclasses
+import subprocess
+import time
+
+import cups
+import job_log
+import print_jobs
+import printers
+import process
+
+
+@dataclasses.dataclass
+class Fleet:
+    """Queue number i has the printer number i."""
+    scheduler: int  # its process
+    names: list
+    printers: printers.Printers
+    log: job_log.JobLog
+    sender: print_jobs.JobSender
+
+
+@dataclasses.dataclass
+class Measured:
+    """A step: seconds on the clock, and what the scheduler spent."""
+    seconds: float
+    spent: process.Spent
+
+
+def measure(scheduler, step):
+    """Runs it."""
+    before, start = process.spent(scheduler), time.monotonic()
+    step()
+    return Measured(time.monotonic() - start, process.spent(scheduler) - before)
+
+
+def add_queues(fleet, ppd):
+    """As an installation script adds them."""
+    connection = cups.Connection()
+    for name, printer in zip(fleet.names, fleet.printers.all):
+        connection.addPrinter(name, filename=ppd,
+                              device=f"socket://127.0.0.1:{printer.port}/?snmp=false")
+        connection.acceptJobs(name)
+        connection.enablePrinter(name)
+
+
+def run(*command):
+    """Runs a program that has to end well; returns what it writes."""
+    done = subprocess.run(command, capture_output=True, text=True, check=False)
+    if done.returncode != 0:
+        raise RuntimeError(f"{command[:3]} ends with status {done.returncode}: "
+                           f"{done.stderr[:2000]}")
+    return done.stdout

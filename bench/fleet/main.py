@@ -1,0 +1,100 @@
+"""Plays a fleet of queues and printers before a running scheduler, and tells what it came to.
+
+Usage: main.py SIMULATOR VELMOCTL PPD SCHEDULER_PID SCHEDULER_LOG QUEUES MINUTES SEED
+Ends with status 1 when a level was wrong, or a job was lost or late.
+"""
+import statistics
+import sys
+import time
+
+import chance
+import fleet as fleets
+import job_log
+import keep_fresh
+import lost
+import minutes
+import oracle
+import print_jobs
+import printers
+import process
+import table
+
+IDLE_SECONDS = 35  # the scheduler writes what has changed every 30 seconds
+MINUTE = 60
+FRESH_SECONDS = 60
+SHOWN = 20  # faults
+
+
+def play_minutes(fleet, count, seed):
+    """The minutes with the comparison after each. Returns them, and what was wrong."""
+    weather = chance.Chance(fleet.printers, seed)
+    reader = oracle.Oracle(fleet.printers, fleet.names, printers.TOTAL)
+    played = minutes.Minutes(fleet, MINUTE)
+    wrong = []
+    for minute in range(1, count + 1):
+        played.play(weather.new_minute(printers.TOTAL))
+        wrong += reader.compare(f"minute {minute}", played.blind)
+    weather.all_on()
+    played.end()
+    return played, wrong + reader.compare("the end", played.blind)
+
+
+def time_of(fleet, *command):
+    """Seconds of the fastest of three runs."""
+    return min(fleets.measure(fleet.scheduler, lambda: fleets.run(*command)).seconds
+               for _ in range(3))
+
+
+def part(sorted_values, share):
+    """The value below which this share of them lies."""
+    return sorted_values[min(len(sorted_values) - 1, int(share * len(sorted_values)))]
+
+
+def play(fleet, velmoctl, ppd, count, seed):
+    """The whole run. Returns its figures and its faults."""
+    pid, queues = fleet.scheduler, len(fleet.names)
+    set_up = fleets.measure(pid, lambda: fleets.add_queues(fleet, ppd))
+    attach = fleets.measure(pid, lambda: fleets.run(velmoctl, "attach", "--no-ask", *fleet.names))
+    time.sleep(IDLE_SECONDS)
+    idle = fleets.measure(pid, lambda: time.sleep(IDLE_SECONDS))
+
+    asked_before = [printer.asked for printer in fleet.printers.all]
+    played, wrong = play_minutes(fleet, count, seed)
+    fleet.printers.catch_up()
+    memory = process.memory(pid)[1]
+    gone = lost.lost_in_log(played.asks, fleet.log) + played.refused
+    gone += lost.lost_at_printers(fleet, played, asked_before)
+    times, late = lost.seconds_to_level(played.asks, fleet.log), lost.late(played.asks, fleet.log)
+
+    status, listed = (time_of(fleet, velmoctl, command) for command in ("status", "list"))
+    fresh = keep_fresh.keep_fresh(velmoctl, fleet, FRESH_SECONDS)
+    jobs = len(played.asks) + sum(played.photos)
+    figures = (
+        queues, set_up.seconds, set_up.spent.cpu / queues * 1000, attach.seconds,
+        idle.spent.cpu / idle.seconds * 100, played.spent.cpu / jobs * 1000,
+        played.spent.children / jobs * 1000, played.spent.cpu / played.took * 100, memory,
+        played.spent.written / played.took * 60, statistics.median(times), part(times, 0.95),
+        times[-1], late, len(gone), len(wrong), status, listed, fresh.asks / fresh.seconds,
+        fresh.cpu / max(1, fresh.asks) * 1000, fresh.memory)
+    return figures, wrong + gone + [f"{late} jobs were late"] * (late > 0)
+
+
+def main(simulator, velmoctl, ppd, pid, log, queues, count, seed):
+    """Plays it and tells what came of it."""
+    names = [f"photo{number}" for number in range(int(queues))]
+    fleet = fleets.Fleet(int(pid), names, printers.Printers(simulator, len(names)),
+                         job_log.JobLog(log), print_jobs.JobSender())
+    try:
+        figures, faults = play(fleet, velmoctl, ppd, int(count), int(seed))
+    finally:
+        fleet.printers.end()
+    print(table.for_people(figures))
+    print(table.row(figures))
+    for fault in faults[:SHOWN]:
+        print(fault)
+    print(f"{len(faults)} faults")
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(*sys.argv[1:]))
