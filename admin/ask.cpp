@@ -1,8 +1,11 @@
-// One command job that has a queue's printer asked, and the wait for its values.
+// Command jobs that have the printers of queues asked, and the wait for their values.
 #include "admin/ask.h"
 
 #include <chrono>
+#include <cstddef>
+#include <optional>
 #include <thread>
+#include <utility>
 
 #include "admin/command_job.h"
 #include "admin/declined.h"
@@ -14,6 +17,9 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr auto PAUSE = std::chrono::milliseconds(50);
+// The scheduler runs two programs for each. One that waits for a printer which is off must not
+// keep all others waiting.
+constexpr std::size_t AT_ONCE = 50;
 
 // Tells from what the scheduler says whether a job has brought its values.
 class Progress {
@@ -53,43 +59,102 @@ std::string timed_out(bool is_running, int timeout)
   return "was busy for " + seconds + ", so its printer could not be asked; try again later";
 }
 
+// An ask whose job is with the scheduler.
+struct OpenAsk {
+  std::size_t number;  // of the queue among those that are asked
+  int id;
+  bool is_joined;  // the job is one that was waiting already
+  Clock::time_point deadline;
+  Progress progress;
+};
+
 struct Waited {
   AskResult result;
   bool goes_on;  // the job may still bring its values
 };
 
-Waited wait_for_values(Scheduler const& scheduler, std::string const& name, int id, int timeout)
+// The asks of one call: some open, some ended, some not begun.
+class Asks {
+public:
+  Asks(Scheduler const& it, std::vector<std::string> const& queues, int seconds)
+      : scheduler(it), names(queues), timeout(seconds), results(queues.size())
+  {
+  }
+
+  std::vector<AskResult> run();
+
+private:
+  void begin();
+  bool end_if_done(OpenAsk& ask);
+  std::optional<Waited> look_at(OpenAsk& ask) const;
+
+  Scheduler const& scheduler;
+  std::vector<std::string> const& names;
+  int timeout;
+  std::vector<AskResult> results;
+  std::size_t next = 0;
+  std::vector<OpenAsk> open;
+};
+
+std::vector<AskResult> Asks::run()
 {
-  Progress progress;
-  auto const deadline = Clock::now() + std::chrono::seconds(timeout);
-  do {
-    std::optional<ipp_jstate_t> const state = job_state(scheduler, name, id);
-    QueueAnswer const queue = get_queue(scheduler, name);
-    if (!state || !queue.queue)
-      return {{false, "the scheduler tells nothing about its job any more"}, false};
-    if (progress.are_values_in(*state, *queue.queue)) return {{true, {}}, true};
-    if (std::string why = ended(*state, *queue.queue, id); !why.empty())
-      return {{false, std::move(why)}, false};
-    if (SignalHold::hasSignalCome()) return {{false, "was interrupted"}, false};
-    std::this_thread::sleep_for(PAUSE);
-  } while (Clock::now() < deadline);
-  return {{false, timed_out(progress.isRunning(), timeout)}, progress.isRunning()};
+  while (next < names.size() || !open.empty()) {
+    while (next < names.size() && open.size() < AT_ONCE) begin();
+    std::erase_if(open, [this](OpenAsk& ask) { return end_if_done(ask); });
+    if (!open.empty()) std::this_thread::sleep_for(PAUSE);
+  }
+  return std::move(results);
+}
+
+// Asks the next one, unless the queue declines.
+void Asks::begin()
+{
+  std::size_t const number = next;
+  next += 1;
+  AskResult& result = results[number] = {false, "was interrupted"};
+  if (SignalHold::hasSignalCome()) return;
+  QueueAnswer const queue = get_queue(scheduler, names[number]);
+  result.text = queue.queue ? declined(*queue.queue) : queue.error;
+  if (!result.text.empty()) return;
+  std::optional<int> const joined = waiting_ask(scheduler, names[number]);
+  SentJob const job = joined ? SentJob{*joined, {}} : send_ask(scheduler, names[number]);
+  result.text = job.error;
+  if (job.id == 0) return;
+  open.push_back(
+      {number, job.id, joined.has_value(), Clock::now() + std::chrono::seconds(timeout), {}});
+}
+
+bool Asks::end_if_done(OpenAsk& ask)
+{
+  std::optional<Waited> waited = look_at(ask);
+  if (!waited) return false;
+  if (!ask.is_joined && !waited->goes_on) cancel_job(scheduler, names[ask.number], ask.id);
+  results[ask.number] = std::move(waited->result);
+  return true;
+}
+
+// What came of it; nothing as long as there is something to wait for.
+std::optional<Waited> Asks::look_at(OpenAsk& ask) const
+{
+  std::optional<ipp_jstate_t> const state = job_state(scheduler, names[ask.number], ask.id);
+  QueueAnswer const queue = get_queue(scheduler, names[ask.number]);
+  if (!state || !queue.queue)
+    return Waited{{false, "the scheduler tells nothing about its job any more"}, false};
+  if (ask.progress.are_values_in(*state, *queue.queue)) return Waited{{true, {}}, true};
+  if (std::string why = ended(*state, *queue.queue, ask.id); !why.empty())
+    return Waited{{false, std::move(why)}, false};
+  if (SignalHold::hasSignalCome()) return Waited{{false, "was interrupted"}, false};
+  if (Clock::now() < ask.deadline) return std::nullopt;
+  bool const is_running = ask.progress.isRunning();
+  return Waited{{false, timed_out(is_running, timeout)}, is_running};
 }
 
 }  // namespace
 
-AskResult ask_printer(Scheduler const& scheduler, std::string const& name, int timeout)
+std::vector<AskResult> ask_printers(Scheduler const& scheduler,
+                                    std::vector<std::string> const& names, int timeout)
 {
-  QueueAnswer const queue = get_queue(scheduler, name);
-  if (!queue.queue) return {false, queue.error};
-  if (std::string why = declined(*queue.queue); !why.empty()) return {false, std::move(why)};
-
   // Who ends the program leaves no job of ours behind, unless the scheduler does not answer.
   SignalHold const hold(OpenRequests::End);
-  std::optional<int> const joined = waiting_ask(scheduler, name);
-  SentJob const job = joined ? SentJob{*joined, {}} : send_ask(scheduler, name);
-  if (job.id == 0) return {false, job.error};
-  Waited const waited = wait_for_values(scheduler, name, job.id, timeout);
-  if (!joined && !waited.goes_on) cancel_job(scheduler, name, job.id);
-  return waited.result;
+  return Asks(scheduler, names, timeout).run();
 }

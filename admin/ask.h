@@ -1,7 +1,8 @@
-// One command job that has a queue's printer asked, and the wait for its values.
+// Command jobs that have the printers of queues asked, and the wait for their values.
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "admin/scheduler.h"
 
@@ -10,7 +11,8 @@ struct AskResult {
   std::string text;  // why they are not, and what to do
 };
 
-// Asks for level and errors and returns when the scheduler has them, or after `timeout`
-// seconds. Complete as soon as the filter has written them: a backend may keep the job for
-// longer.
-AskResult ask_printer(Scheduler const& scheduler, std::string const& name, int timeout);
+// Asks for level and errors, of many printers at the same time, and returns when the scheduler has
+// them, or after `timeout` seconds from each job on. Complete as soon as the filter has written
+// them: a backend may keep the job for longer. The results stand in the order of the names.
+std::vector<AskResult> ask_printers(Scheduler const& scheduler,
+                                    std::vector<std::string> const& names, int timeout);

@@ -2,6 +2,9 @@
 #include "admin/attach_command.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <utility>
+#include <vector>
 
 #include "admin/device_advice.h"
 #include "admin/output.h"
@@ -71,22 +74,39 @@ void tell_service(Queue const& queue)
       + shell_quoted(refresh_unit(queue.name)));
 }
 
+struct ChangedQueue {
+  std::string name;
+  ChangeResult result;
+};
+
+// What was changed is put behind the others in `changed`. Returns whether it is attached now.
 bool attach_one(Scheduler const& scheduler, std::string const& name, PpdEdit const& edit,
-                AttachOptions const& options)
+                AttachOptions const& options, std::vector<ChangedQueue>& changed)
 {
   std::optional<Queue> const queue = changeable_queue(scheduler, name);
   if (!queue) return false;
-  ChangeResult const result = change_ppd(scheduler, *queue, edit, options.rules);
+  ChangeResult result = change_ppd(scheduler, *queue, edit, options.rules);
   if (!report(queue->name, result, "attached, the scheduler starts commandtovelmo for command jobs",
               "is attached as wanted, nothing to do"))
     return false;
   if (options.keep_fresh && result.outcome != Outcome::DryRun) tell_service(*queue);
   if (result.outcome != Outcome::Changed) return true;
   advise(*queue);
-  // The queue is attached whatever the printer says, or does not say.
-  if (options.no_ask || !ask_and_show(scheduler, queue->name, AskOptions().timeout))
-    tell_lost_reasons(queue->name, result, "velmoctl ask brings back those that still hold");
+  changed.push_back({queue->name, std::move(result)});
   return true;
+}
+
+// A queue is attached whatever its printer says, or does not say.
+void ask_changed(Scheduler const& scheduler, std::vector<ChangedQueue> const& changed, bool no_ask)
+{
+  std::vector<std::string> names;
+  for (ChangedQueue const& queue : changed) names.push_back(queue.name);
+  std::vector<bool> const are_in = no_ask ? std::vector<bool>(names.size(), false)
+                                          : ask_and_show(scheduler, names, AskOptions().timeout);
+  for (std::size_t i = 0; i < changed.size(); ++i)
+    if (!are_in[i])
+      tell_lost_reasons(names[i], changed[i].result,
+                        "velmoctl ask brings back those that still hold");
 }
 
 bool detach_one(Scheduler const& scheduler, std::string const& name, PpdEdit const& edit,
@@ -126,8 +146,10 @@ int run_attach(Scheduler const& scheduler, AttachOptions const& options)
   if (!read_wishes(options, wishes)) return 1;
   PpdEdit const edit{[&](std::string_view ppd) { return attach(ppd, wishes); }, true};
   bool all_done = true;
+  std::vector<ChangedQueue> changed;
   for (std::string const& name : options.queues)
-    all_done = attach_one(scheduler, name, edit, options) && all_done;
+    all_done = attach_one(scheduler, name, edit, options, changed) && all_done;
+  ask_changed(scheduler, changed, options.no_ask);
   return all_done ? 0 : 1;
 }
 

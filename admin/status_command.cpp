@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <cstdlib>
 #include <thread>
 
@@ -112,19 +113,22 @@ int run_status(Scheduler const& scheduler, StatusOptions const& options)
   }
 }
 
-bool ask_and_show(Scheduler const& scheduler, std::string const& queue, int timeout)
+std::vector<bool> ask_and_show(Scheduler const& scheduler, std::vector<std::string> const& queues,
+                               int timeout)
 {
-  AskResult const result = ask_printer(scheduler, queue, timeout);
-  if (!result.are_values_in) return complain(queue, result.text), false;
-  StatusOptions options;
-  options.queues = {queue};
-  return run_status(scheduler, options) == 0;
+  std::vector<AskResult> const results = ask_printers(scheduler, queues, timeout);
+  std::vector<bool> are_in;
+  for (std::size_t i = 0; i < queues.size(); ++i) {
+    if (!results[i].are_values_in) complain(queues[i], results[i].text);
+    StatusOptions options;
+    options.queues = {queues[i]};
+    are_in.push_back(results[i].are_values_in && run_status(scheduler, options) == 0);
+  }
+  return are_in;
 }
 
 int run_ask(Scheduler const& scheduler, AskOptions const& options)
 {
-  bool all_in = true;
-  for (std::string const& queue : options.queues)
-    all_in = ask_and_show(scheduler, queue, options.timeout) && all_in;
-  return all_in ? 0 : 1;
+  std::vector<bool> const are_in = ask_and_show(scheduler, options.queues, options.timeout);
+  return std::ranges::count(are_in, false) == 0 ? 0 : 1;
 }

@@ -26,5 +26,7 @@ inline constexpr int CHECK_UNKNOWN = 3;
 int run_status(Scheduler const& scheduler, StatusOptions const& options);
 int run_ask(Scheduler const& scheduler, AskOptions const& options);
 
-// Asks one printer and shows what came of it. Returns whether its values are in.
-bool ask_and_show(Scheduler const& scheduler, std::string const& queue, int timeout);
+// Asks printers and shows what came of it, in this order. Returns of each whether its values are
+// in.
+std::vector<bool> ask_and_show(Scheduler const& scheduler, std::vector<std::string> const& queues,
+                               int timeout);

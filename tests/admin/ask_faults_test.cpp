@@ -1,5 +1,6 @@
 // Asking when the queue, its job or one request is not as it should be: one sentence, and no job
 // of ours is left behind.
+#include <algorithm>
 #include <csignal>
 
 #include "admin/status_command.h"
@@ -80,6 +81,41 @@ TEST(AskFaults, AGoodRunMakesTheseRequests)
                                    IPP_OP_GET_JOB_ATTRIBUTES, IPP_OP_GET_PRINTER_ATTRIBUTES,
                                    IPP_OP_GET_JOB_ATTRIBUTES, IPP_OP_GET_PRINTER_ATTRIBUTES,
                                    IPP_OP_GET_PRINTER_ATTRIBUTES}));
+}
+
+// A printer that is off keeps its own queue waiting, and not those behind it.
+TEST(AskFaults, ManyAreAskedAtTheSameTime)
+{
+  FakeScheduler fake = attached_queue();
+  fake.job_rows = {{IPP_JSTATE_COMPLETED, 2000}};
+  Ended const run = run_command(fake, [](Scheduler const& scheduler) {
+    AskOptions options;
+    options.queues.assign(60, "photo");
+    return run_ask(scheduler, options);
+  });
+  EXPECT_EQ(run.status, 0) << run.errors;
+  auto const first_look = std::ranges::find(fake.requests, IPP_OP_GET_JOB_ATTRIBUTES);
+  EXPECT_EQ(std::count(fake.requests.begin(), first_look, IPP_OP_PRINT_JOB), 50);
+  EXPECT_EQ(std::ranges::count(fake.requests, IPP_OP_PRINT_JOB), 60);
+}
+
+TEST(AskFaults, OneThatBringsNothingIsToldAtItsPlaceAmongTheOthers)
+{
+  FakeScheduler fake = attached_queue();
+  // The first is the last to end.
+  fake.job_rows = {PENDING,
+                   {IPP_JSTATE_COMPLETED, 2000},
+                   {IPP_JSTATE_CANCELED, 2000},
+                   {IPP_JSTATE_ABORTED, 2000}};
+  Ended const run = run_command(fake, [](Scheduler const& scheduler) {
+    AskOptions options;
+    options.queues = {"photo", "photo", "photo"};
+    return run_ask(scheduler, options);
+  });
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.errors,
+            "velmoctl: photo: its job 7 failed; the scheduler's error_log says why\n"
+            "velmoctl: photo: its job 7 was cancelled\n");
 }
 
 TEST(AskFaults, TheValuesAreInBeforeTheJobEnds)

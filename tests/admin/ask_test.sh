@@ -33,6 +33,12 @@ expect_refused 'a silent printer' 'velmoctl: photo: has not brought its values w
 printer_tell silent off
 scheduler_client cancel -a photo
 wait_until 30 has_jobs photo 0
+ctl ask --timeout 10 nobody photo
+expect_refused 'several, of which one is off' 'velmoctl: nobody: has not brought its values within 10 s'
+expect_part 'several, of which one is off: the other is shown' "$said" '350 of 700 prints'
+expect_no_part 'several, of which one is off: it is not shown' "$said" 'nobody'
+scheduler_client cancel -a nobody
+wait_until 30 has_jobs nobody 0
 ctl ask --timeout 1 nobody
 expect_refused 'a printer that is off' 'velmoctl: nobody: has not brought its values within 1 s'
 expect 'its job is left to the scheduler' "$(jobs_of nobody)" 1
