@@ -4,7 +4,7 @@ import time
 
 import process
 
-PATIENCE = 60  # seconds behind a minute, for those that wait for a printer which was off
+PATIENCE = 600  # seconds behind a minute, for the slowest machine
 
 
 @dataclasses.dataclass

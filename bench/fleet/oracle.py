@@ -13,7 +13,7 @@ NO_RIBBON = "com.velmo-error0005"
 OURS = "com.velmo-"
 UNAVAILABLE = (-2, " ", ["com.velmo-error0023"])  # the filter's report when no printer answers
 NOTHING = (None, None, ["none"])
-PATIENCE = 120  # seconds: more than the filter waits for a printer that is off
+PATIENCE = 600  # seconds: far more than the filter waits for a printer that is off
 PAUSE = 1  # seconds between two looks
 
 
