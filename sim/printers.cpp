@@ -16,9 +16,9 @@ constexpr std::string_view DIGITS = "0123456789";
 
 }  // namespace
 
-Printers::Printer::Printer(asio::io_context& io, std::uint16_t port, PrinterModel const& like,
+Printers::Printer::Printer(asio::io_context& io, std::uint16_t port, PrinterModel like,
                            std::string name)
-    : model(like), server(io, port, model, std::move(name))
+    : model(std::move(like)), server(io, port, model, std::move(name))
 {
 }
 

@@ -27,7 +27,7 @@ public:
 
 private:
   struct Printer {
-    Printer(asio::io_context& io, std::uint16_t port, PrinterModel const& like, std::string name);
+    Printer(asio::io_context& io, std::uint16_t port, PrinterModel like, std::string name);
 
     PrinterModel model;
     PrinterServer server;
