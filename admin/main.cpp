@@ -18,7 +18,7 @@ namespace {
 constexpr double LONGEST = 1e6;
 
 struct Arguments {
-  std::string server;
+  std::vector<std::string> servers;  // none: what CUPS_SERVER and client.conf say
   AttachOptions attach;
   AttachOptions detach;
   bool list_as_json = false;
@@ -189,10 +189,10 @@ void add_explain(CLI::App& app, ExplainOptions& options)
 
 int with_scheduler(Arguments const& arguments, CLI::App const& command)
 {
+  std::string const server = arguments.servers.empty() ? std::string() : arguments.servers.front();
   // It waits for a scheduler that is not there yet.
-  if (command.get_name() == "keep-fresh")
-    return run_keep_fresh(arguments.server, arguments.keep_fresh);
-  Scheduler const scheduler = connect(arguments.server);
+  if (command.get_name() == "keep-fresh") return run_keep_fresh(server, arguments.keep_fresh);
+  Scheduler const scheduler = connect(server);
   if (!scheduler.http && arguments.status.check) {
     say("VELMO UNKNOWN - scheduler not reachable");
     return CHECK_UNKNOWN;
@@ -210,10 +210,19 @@ int with_scheduler(Arguments const& arguments, CLI::App const& command)
   return run_list(scheduler, arguments.list_as_json);
 }
 
+int with_servers(Arguments const& arguments, CLI::App const& command)
+{
+  if (command.get_name() == "status") return run_status(arguments.servers, arguments.status);
+  complain({}, command.get_name() + " takes one -h; status takes several");
+  return 2;
+}
+
 int run(Arguments const& arguments, CLI::App const& command)
 {
-  if (command.get_name() != "explain") return with_scheduler(arguments, command);
-  if (arguments.server.empty()) return run_explain(arguments.explain);
+  if (command.get_name() != "explain")
+    return arguments.servers.size() > 1 ? with_servers(arguments, command)
+                                        : with_scheduler(arguments, command);
+  if (arguments.servers.empty()) return run_explain(arguments.explain);
   complain({},
            "explain reads a file, not what the scheduler of -h logs; see velmoctl explain --help");
   return 2;
@@ -246,9 +255,8 @@ void unmark(Arguments& arguments)
 {
   for (auto* const queues :
        {&arguments.attach.queues, &arguments.detach.queues, &arguments.status.queues,
-        &arguments.ask.queues, &arguments.keep_fresh.queues})
+        &arguments.ask.queues, &arguments.keep_fresh.queues, &arguments.servers})
     for (std::string& queue : *queues) unmark(queue);
-  unmark(arguments.server);
   unmark(arguments.explain.file);
   if (arguments.attach.reason_texts) unmark(*arguments.attach.reason_texts);
 }
@@ -265,8 +273,10 @@ int main(int argc, char** argv)
                "velmoctl");
   app.set_help_flag("--help", "Show this text");
   app.set_version_flag("--version", "velmoctl " VELMO_VERSION, "Show the version");
-  app.add_option("-h", arguments.server, "The scheduler; else that of CUPS_SERVER or client.conf")
-      ->type_name("HOST[:PORT]");
+  app.add_option("-h", arguments.servers,
+                 "The scheduler; else that of CUPS_SERVER or client.conf; several for status")
+      ->type_name("HOST[:PORT]")
+      ->allow_extra_args(false);
   app.footer(
       "First steps: velmoctl list, velmoctl attach --dry-run QUEUE, velmoctl attach QUEUE.\n"
       "velmoctl SUBCOMMAND --help tells its options, man velmoctl tells all.");

@@ -91,7 +91,7 @@ QueueAnswer get_queue(Scheduler const& scheduler, std::string const& name)
   ask_for_attributes(request);
   Answer const answer = send(scheduler, std::move(request), "/");
   if (answer.status == IPP_STATUS_ERROR_NOT_FOUND)
-    return {{}, "there is no such queue; velmoctl list names those there are"};
+    return {{}, "there is no such queue; velmoctl list names those there are", true};
   if (!answer.error.empty()) return {{}, answer.error};
   std::vector<Queue> queues = read_queues(answer);
   if (queues.size() != 1) return {{}, "the scheduler says nothing about this queue"};

@@ -36,6 +36,7 @@ struct Queue {
 struct QueueAnswer {
   std::optional<Queue> queue;
   std::string error;
+  bool is_missing = false;  // there is no queue of that name
 };
 
 struct QueuesAnswer {

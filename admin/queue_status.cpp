@@ -80,3 +80,8 @@ QueueStatus make_queue_status(Queue const& queue, std::string_view ppd, int low)
     status.reasons.push_back({keyword, text_of(keyword, file.records), codes_of(keyword)});
   return status;
 }
+
+std::string shown_name(QueueStatus const& status)
+{
+  return status.server.empty() ? status.queue.name : status.queue.name + '@' + status.server;
+}

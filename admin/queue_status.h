@@ -27,7 +27,11 @@ struct QueueStatus {
   std::optional<Prints> prints;  // nothing if not known
   std::optional<int> age;        // of the level, in seconds; nothing: never asked
   std::vector<ShownReason> reasons;
+  std::string server = {};  // one of several that are asked; empty: the only one
 };
+
+// "photo", or of several servers "photo@server".
+std::string shown_name(QueueStatus const& status);
 
 // `ppd` is where the reasons' texts come from; it may be empty.
 QueueStatus make_queue_status(Queue const& queue, std::string_view ppd, int low);

@@ -64,7 +64,7 @@ CheckLine status_check(QueueStatus const& status, CheckLimits const& limits)
 {
   constexpr char const* NAMES[] = {"OK", "WARNING", "UNKNOWN", "CRITICAL"};
   Severity const severity = checked(status, limits);
-  std::string const name = without_bars(status.queue.name);
+  std::string const name = without_bars(shown_name(status));
   return {severity, std::string("VELMO ") + NAMES[static_cast<std::size_t>(severity)] + " - " + name
                         + ": " + words(status, limits) + " | " + figures(status, limits)};
 }

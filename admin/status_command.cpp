@@ -7,65 +7,23 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdlib>
+#include <functional>
 #include <thread>
 
 #include "admin/ask.h"
+#include "admin/look.h"
 #include "admin/output.h"
-#include "admin/ppd_transfer.h"
+#include "admin/servers.h"
 
 namespace {
 
 constexpr auto WATCH_PAUSE = std::chrono::seconds(2);
 constexpr char const* CLEARED_SCREEN = "\x1b[H\x1b[2J";
 
-struct Statuses {
-  std::vector<QueueStatus> statuses;
-  std::vector<std::string> errors;  // of queues that could not be looked at
-};
-
 bool is_in_colour()
 {
   char const* const no_color = std::getenv("NO_COLOR");
   return isatty(STDOUT_FILENO) && !(no_color && *no_color);
-}
-
-// The PPD file is read only for the texts of reasons that are there.
-QueueStatus look_at(Scheduler const& scheduler, Queue const& queue, int low)
-{
-  std::string ppd;
-  if (!queue.reasons.empty()) ppd = get_ppd(scheduler, queue.name).ppd.value_or("");
-  return make_queue_status(queue, ppd, low);
-}
-
-void add_named(Scheduler const& scheduler, std::string const& name, int low, Statuses& result)
-{
-  QueueAnswer const answer = get_queue(scheduler, name);
-  if (!answer.queue) {
-    result.errors.push_back(name + ": " + answer.error);
-  } else if (answer.queue->is_class) {
-    for (std::string const& member : answer.queue->members)
-      add_named(scheduler, member, low, result);
-  } else {
-    result.statuses.push_back(look_at(scheduler, *answer.queue, low));
-  }
-}
-
-void add_attached(Scheduler const& scheduler, int low, Statuses& result)
-{
-  QueuesAnswer const answer = get_queues(scheduler);
-  if (!answer.error.empty()) result.errors.push_back(answer.error);
-  for (Queue const& queue : answer.queues)
-    if (queue.isAttached()) result.statuses.push_back(look_at(scheduler, queue, low));
-}
-
-Statuses gather(Scheduler const& scheduler, StatusOptions const& options)
-{
-  Statuses result;
-  for (std::string const& name : options.queues)
-    add_named(scheduler, name, options.limits.warning, result);
-  if (options.queues.empty()) add_attached(scheduler, options.limits.warning, result);
-  std::ranges::stable_sort(result.statuses, {}, &QueueStatus::verdict);
-  return result;
 }
 
 int show_check(Statuses const& found, CheckLimits const& limits)
@@ -76,7 +34,7 @@ int show_check(Statuses const& found, CheckLimits const& limits)
     worst = std::max(worst, line.severity);
     say(line.text);
   }
-  for (std::string const& error : found.errors) say("VELMO UNKNOWN - " + without_bars(error));
+  for (LookError const& error : found.errors) say("VELMO UNKNOWN - " + without_bars(error.text));
   if (found.statuses.empty() && found.errors.empty()) say("VELMO UNKNOWN - no queue is attached");
   if (!found.errors.empty() || found.statuses.empty()) worst = std::max(worst, Severity::Unknown);
   return check_exit_status(worst);
@@ -86,7 +44,7 @@ int show(Statuses const& found, StatusOptions const& options)
 {
   if (options.check) return show_check(found, options.limits);
   if (options.json) {
-    say(status_json(found.statuses));
+    say(status_json(found.statuses, found.away));
   } else {
     std::string text;
     for (QueueStatus const& status : found.statuses) text += status_text(status, is_in_colour());
@@ -94,16 +52,15 @@ int show(Statuses const& found, StatusOptions const& options)
     if (found.statuses.empty() && found.errors.empty())
       say("No queue is attached; velmoctl attach QUEUE does that.");
   }
-  for (std::string const& error : found.errors) complain({}, error);
+  for (LookError const& error : found.errors) complain({}, error.text);
   return found.errors.empty() ? 0 : 1;
 }
 
-}  // namespace
-
-int run_status(Scheduler const& scheduler, StatusOptions const& options)
+// Shows what a look finds, once or again and again.
+int show_looks(std::function<Statuses()> const& look, StatusOptions const& options)
 {
   for (;;) {
-    Statuses const found = gather(scheduler, options);
+    Statuses const found = look();
     if (options.watch && isatty(STDOUT_FILENO)) say(CLEARED_SCREEN);
     int const status = show(found, options);
     if (!options.watch) return status;
@@ -111,6 +68,26 @@ int run_status(Scheduler const& scheduler, StatusOptions const& options)
     if (!is_output_written()) return 1;
     std::this_thread::sleep_for(WATCH_PAUSE);
   }
+}
+
+}  // namespace
+
+int run_status(Scheduler const& scheduler, StatusOptions const& options)
+{
+  return show_looks([&] { return look(scheduler, options.queues, options.limits.warning); },
+                    options);
+}
+
+int run_status(std::vector<std::string> const& servers, StatusOptions const& options)
+{
+  std::vector<AskedServer> asked;
+  asked.reserve(servers.size());
+  for (std::string const& server : servers)
+    asked.push_back({server.empty() ? cupsServer() : server});
+  auto const look_at_all = [&] {
+    return one_table(ask_servers(asked, options.queues, options.limits.warning));
+  };
+  return show_looks(look_at_all, options);
 }
 
 std::vector<bool> ask_and_show(Scheduler const& scheduler, std::vector<std::string> const& queues,

@@ -24,6 +24,7 @@ inline constexpr int CHECK_UNKNOWN = 3;
 
 // All return the exit status.
 int run_status(Scheduler const& scheduler, StatusOptions const& options);
+int run_status(std::vector<std::string> const& servers, StatusOptions const& options);
 int run_ask(Scheduler const& scheduler, AskOptions const& options);
 
 // Asks printers and shows what came of it, in this order. Returns of each whether its values are

@@ -10,8 +10,10 @@
 // Several lines; with the escape sequences of a terminal's colours if wanted.
 std::string status_text(QueueStatus const& status, bool in_colour);
 
-// An array, one object a queue; null is what is not known.
-std::string status_json(std::vector<QueueStatus> const& statuses);
+// An array, one object a queue, and one for each of several servers that could not be asked; null
+// is what is not known.
+std::string status_json(std::vector<QueueStatus> const& statuses,
+                        std::vector<std::string> const& away = {});
 
 // The same without a scheduler, for the queues that were named; without a name one object stands
 // for all.

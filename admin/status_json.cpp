@@ -27,6 +27,7 @@ Json status_object(QueueStatus const& status)
   Queue const& queue = status.queue;
   Json object;
   object["queue"] = queue.name;
+  if (!status.server.empty()) object["server"] = status.server;
   object["verdict"] = verdict_text(status.verdict, '-');
   object["state"] = state_name(queue.state);
   object["state_message"] = queue.state_message;
@@ -47,11 +48,13 @@ Json status_object(QueueStatus const& status)
   return object;
 }
 
-Json unreachable_object(Json const& name)
+Json unreachable_object(Json const& name, std::string const& server)
 {
-  Json object = status_object({});
+  QueueStatus status{};
+  status.server = server;
+  Json object = status_object(status);
   for (auto const& [member, value] : object.items())
-    if (!value.is_array()) value = nullptr;
+    if (!value.is_array() && member != "server") value = nullptr;
   object["queue"] = name;
   object["verdict"] = "scheduler-not-reachable";
   return object;
@@ -65,17 +68,19 @@ std::string dump(Json const& array)
 
 }  // namespace
 
-std::string status_json(std::vector<QueueStatus> const& statuses)
+std::string status_json(std::vector<QueueStatus> const& statuses,
+                        std::vector<std::string> const& away)
 {
   Json array = Json::array();
   for (QueueStatus const& status : statuses) array.push_back(status_object(status));
+  for (std::string const& server : away) array.push_back(unreachable_object(nullptr, server));
   return dump(array);
 }
 
 std::string unreachable_json(std::vector<std::string> const& names)
 {
   Json array = Json::array();
-  for (std::string const& name : names) array.push_back(unreachable_object(name));
-  if (names.empty()) array.push_back(unreachable_object(nullptr));
+  for (std::string const& name : names) array.push_back(unreachable_object(name, {}));
+  if (names.empty()) array.push_back(unreachable_object(nullptr, {}));
   return dump(array);
 }

@@ -63,7 +63,7 @@ std::string status_text(QueueStatus const& status, bool in_colour)
 {
   Queue const& queue = status.queue;
   std::string const word = verdict_text(status.verdict);
-  std::string text = printable(queue.name) + "  "
+  std::string text = printable(shown_name(status)) + "  "
                      + (in_colour ? coloured(word, severity_of(status.verdict)) : word) + "\n";
   if (queue.level) text += line("Ribbon", ribbon_line(status, *queue.level));
   text += line("Asked", status.age ? age_text(*status.age) : "never");

@@ -452,3 +452,27 @@ TEST(StatusCheck, ABarInATextIsNoBeginningOfFigures)
   EXPECT_EQ(status_check(status_of(queue), {}).text,
             "VELMO UNKNOWN - z/id>x/e;: never asked, a/b | jobs=0;;;0");
 }
+
+TEST(SeveralServers, EachFormNamesTheQueuesServer)
+{
+  QueueStatus status = status_of(queue_at(50));
+  EXPECT_EQ(status_json({status}).find("\"server\""), std::string::npos);
+  status.server = "a:1631|";
+  EXPECT_EQ(status_text(status, false).substr(0, 20), "photo@a:1631|  ready");
+  EXPECT_EQ(status_check(status, {}).text.substr(0, 30), "VELMO OK - photo@a:1631/: read");
+  EXPECT_NE(status_json({status}).find("\"queue\": \"photo\",\n    \"server\": \"a:1631|\",\n"),
+            std::string::npos);
+}
+
+TEST(SeveralServers, OneThatIsAwayStandsAtTheEnd)
+{
+  QueueStatus status = status_of(queue_at(50));
+  status.server = "a";
+  std::string const text = status_json({status}, {"b", "c"});
+  std::string const away =
+      "\"queue\": null,\n    \"server\": \"b\",\n    \"verdict\": "
+      "\"scheduler-not-reachable\",\n    \"state\": null,\n";
+  EXPECT_LT(text.find("\"server\": \"a\""), text.find(away));
+  EXPECT_LT(text.find(away), text.find("\"server\": \"c\""));
+  EXPECT_NE(text.find("\"server\": \"c\""), std::string::npos);
+}
