@@ -4,10 +4,12 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "admin/conf_transfer.h"
 #include "admin/output.h"
 #include "admin/ppd_attach.h"
 #include "admin/ppd_transfer.h"
 #include "admin/queue.h"
+#include "admin/server_settings.h"
 #include "admin/verdict.h"
 
 namespace {
@@ -37,6 +39,8 @@ ListedQueue look_at(Scheduler const& scheduler, Queue const& queue)
   return {"broken", std::move(attachment.problem)};
 }
 
+bool is_attached(ListedQueue const& listed) { return std::string_view(listed.attached) == "yes"; }
+
 // The scheduler keeps the ribbon that the filter told, whatever becomes of the PPD file.
 bool was_asked_once(Queue const& queue) { return queue.ribbon.starts_with("Ribbon Type: "); }
 
@@ -44,7 +48,7 @@ std::string as_line(Queue const& queue, ListedQueue const& listed)
 {
   std::string const name = printable(queue.name) + ": ";
   if (!listed.problem.empty()) return name + "broken: " + printable(listed.problem);
-  if (std::string_view(listed.attached) == "yes") return name + "attached";
+  if (is_attached(listed)) return name + "attached";
   return name + "not attached"
          + (was_asked_once(queue)
                 ? ", though it was: detached, or a new PPD file dropped what attach put in"
@@ -60,6 +64,14 @@ nlohmann::ordered_json as_json_object(Queue const& queue, ListedQueue const& lis
   return object;
 }
 
+void warn_of_settings(Scheduler const& scheduler, std::size_t attached)
+{
+  std::optional<std::string> const conf = get_conf(scheduler);
+  if (!conf) return;
+  for (std::string const& advice : settings_advice(read_settings(*conf), attached))
+    complain({}, advice);
+}
+
 }  // namespace
 
 int run_list(Scheduler const& scheduler, bool as_json)
@@ -67,8 +79,10 @@ int run_list(Scheduler const& scheduler, bool as_json)
   QueuesAnswer const answer = get_queues(scheduler);
   if (!answer.error.empty()) return complain({}, answer.error), 1;
   nlohmann::ordered_json array = nlohmann::ordered_json::array();
+  std::size_t attached = 0;
   for (Queue const& queue : answer.queues) {
     ListedQueue const listed = look_at(scheduler, queue);
+    if (is_attached(listed)) ++attached;
     if (as_json)
       array.push_back(as_json_object(queue, listed));
     else
@@ -77,5 +91,6 @@ int run_list(Scheduler const& scheduler, bool as_json)
   if (!as_json && answer.queues.empty()) say("The scheduler has no queues; lpadmin makes them.");
   // Bytes that are no UTF-8 are shown as such, not taken for the end of the program.
   if (as_json) say(array.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
+  warn_of_settings(scheduler, attached);
   return 0;
 }

@@ -16,6 +16,22 @@ int is_worth_waiting(http_t* /*http*/, void* data)
   return --seconds_left > 0 && !SignalHold::endsRequests() ? 1 : 0;
 }
 
+// While it lives, a scheduler that falls silent is given up after ANSWER_SECONDS.
+class Patience {
+public:
+  explicit Patience(Scheduler const& scheduler) : http(scheduler.http.get())
+  {
+    httpSetTimeout(http, 1, is_worth_waiting, &seconds_left);
+  }
+  ~Patience() { httpSetTimeout(http, 0, nullptr, nullptr); }
+  Patience(Patience const&) = delete;
+  Patience& operator=(Patience const&) = delete;
+
+private:
+  http_t* http;
+  int seconds_left = ANSWER_SECONDS;
+};
+
 // In our own words: libcups would answer in the language of the environment.
 std::string error_text(ipp_status_t status)
 {
@@ -81,18 +97,22 @@ Ipp make_request(ipp_op_t operation, std::string const& queue)
 
 Answer send(Scheduler const& scheduler, Ipp request, char const* resource, int in, int out)
 {
-  int seconds_left = ANSWER_SECONDS;
-  httpSetTimeout(scheduler.http.get(), 1, is_worth_waiting, &seconds_left);
+  Patience const patience(scheduler);
   Answer answer{Ipp(cupsDoIORequest(scheduler.http.get(), request.release(), resource, in, out)),
                 IPP_STATUS_OK,
                 {}};
-  httpSetTimeout(scheduler.http.get(), 0, nullptr, nullptr);
   answer.status = answer.ipp ? ippGetStatusCode(answer.ipp.get()) : cupsLastError();
   if (!answer.ipp && answer.status < IPP_STATUS_ERROR_BAD_REQUEST)
     answer.status = IPP_STATUS_ERROR_SERVICE_UNAVAILABLE;
   if (answer.status >= IPP_STATUS_REDIRECTION_OTHER_SITE)
     answer.error = error_text(answer.status) + status_message(answer.ipp.get());
   return answer;
+}
+
+http_status_t get_file(Scheduler const& scheduler, char const* path, int out)
+{
+  Patience const patience(scheduler);
+  return cupsGetFd(scheduler.http.get(), path, out);
 }
 
 std::vector<std::vector<ipp_attribute_t*>> groups(Answer const& answer, ipp_tag_t kind)

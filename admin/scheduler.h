@@ -39,6 +39,10 @@ Ipp make_request(ipp_op_t operation, std::string const& queue);
 Answer send(Scheduler const& scheduler, Ipp request, char const* resource, int in = -1,
             int out = -1);
 
+// Fetches a file of the scheduler's, which is written to the descriptor. What comes back is the
+// status of HTTP.
+http_status_t get_file(Scheduler const& scheduler, char const* path, int out);
+
 // The named attributes of each group of this kind, in the order of the answer; an answer about
 // many queues or jobs has a group for each.
 std::vector<std::vector<ipp_attribute_t*>> groups(Answer const& answer, ipp_tag_t kind);

@@ -1,0 +1,25 @@
+// The scheduler's cupsd.conf, fetched from it.
+#include "admin/conf_transfer.h"
+
+#include "admin/memory_file.h"
+
+namespace {
+
+char const* no_password(char const* /*prompt*/, http_t* /*http*/, char const* /*method*/,
+                        char const* /*resource*/, void* /*data*/)
+{
+  return nullptr;
+}
+
+}  // namespace
+
+// Over the scheduler's socket file root and members of lpadmin are let in without a password.
+std::optional<std::string> get_conf(Scheduler const& scheduler)
+{
+  MemoryFile const file;
+  if (!file.exists()) return std::nullopt;
+  cupsSetPasswordCB2(no_password, nullptr);
+  http_status_t const status = get_file(scheduler, "/admin/conf/cupsd.conf", file.descriptor());
+  cupsSetPasswordCB2(nullptr, nullptr);
+  return status == HTTP_STATUS_OK ? file.read() : std::nullopt;
+}
