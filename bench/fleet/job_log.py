@@ -13,6 +13,7 @@ class JobLog:
     """The ends of jobs, as the log grows."""
 
     def __init__(self, path):
+        self.path = path
         self._log = open(path, encoding="utf-8", errors="replace")
         self._rest = ""
         self.completed = {}  # job: when

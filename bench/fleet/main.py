@@ -7,36 +7,19 @@ import statistics
 import sys
 import time
 
-import chance
 import fleet as fleets
 import job_log
 import keep_fresh
 import lost
-import minutes
-import oracle
+import played_minutes
 import print_jobs
 import printers
 import process
 import table
 
 IDLE_SECONDS = 35  # the scheduler writes what has changed every 30 seconds
-MINUTE = 60
 FRESH_SECONDS = 60
 SHOWN = 20  # faults
-
-
-def play_minutes(fleet, count, seed):
-    """The minutes with the comparison after each. Returns them, and what was wrong."""
-    weather = chance.Chance(fleet.printers, seed)
-    reader = oracle.Oracle(fleet.printers, fleet.names, printers.TOTAL)
-    played = minutes.Minutes(fleet, MINUTE)
-    wrong = []
-    for minute in range(1, count + 1):
-        played.play(weather.new_minute(printers.TOTAL))
-        wrong += reader.compare(f"minute {minute}", played.blind)
-    weather.all_on()
-    played.end()
-    return played, wrong + reader.compare("the end", played.blind)
 
 
 def time_of(fleet, *command):
@@ -45,21 +28,16 @@ def time_of(fleet, *command):
                for _ in range(3))
 
 
-def part(sorted_values, share):
-    """The value below which this share of them lies."""
-    return sorted_values[min(len(sorted_values) - 1, int(share * len(sorted_values)))]
-
-
 def play(fleet, velmoctl, ppd, count, seed):
     """The whole run. Returns its figures and its faults."""
     pid, queues = fleet.scheduler, len(fleet.names)
     set_up = fleets.measure(pid, lambda: fleets.add_queues(fleet, ppd))
-    attach = fleets.measure(pid, lambda: fleets.run(velmoctl, "attach", "--no-ask", *fleet.names))
+    attach = fleets.measure(pid, lambda: fleets.run(velmoctl, "attach", *fleet.names))
     time.sleep(IDLE_SECONDS)
     idle = fleets.measure(pid, lambda: time.sleep(IDLE_SECONDS))
 
     asked_before = [printer.asked for printer in fleet.printers.all]
-    played, wrong = play_minutes(fleet, count, seed)
+    played, wrong = played_minutes.play(fleet, count, seed)
     fleet.printers.catch_up()
     memory = process.memory(pid)[1]
     gone = lost.lost_in_log(played.asks, fleet.log) + played.refused
@@ -72,7 +50,7 @@ def play(fleet, velmoctl, ppd, count, seed):
     of_jobs = (
         queues, played.spent.cpu / jobs * 1000, played.spent.children / jobs * 1000,
         played.spent.cpu / played.took * 100, idle.spent.cpu / idle.seconds * 100, memory,
-        played.spent.written / played.took * 60, statistics.median(times), part(times, 0.95),
+        played.spent.written / played.took * 60, statistics.median(times), table.part(times, 0.95),
         times[-1], late, len(gone), len(wrong))
     of_tools = (
         queues, set_up.seconds, set_up.spent.cpu / queues * 1000, attach.seconds, status, listed,

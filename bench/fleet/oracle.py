@@ -12,7 +12,6 @@ KEYWORDS = {"00 00 00": "none", "06 02 02": "com.velmo-error0001", "03 01 01": "
 NO_RIBBON = "com.velmo-error0005"
 OURS = "com.velmo-"
 UNAVAILABLE = (-2, " ", ["com.velmo-error0023"])  # the filter's report when no printer answers
-NOTHING = (None, None, ["none"])
 PATIENCE = 600  # seconds: far more than the filter waits for a printer that is off
 PAUSE = 1  # seconds between two looks
 
@@ -33,13 +32,12 @@ def _shown(attributes, is_on):
 
 
 class Oracle:
-    """Compares all queues with their printers, again and again."""
+    """Compares all queues with their printers, again and again; at first each has just been asked."""
 
     def __init__(self, printers, names, total):
         self._printers, self._names, self._total = printers, names, total
-        # A printer that is off cannot be asked: its queue goes on showing what it showed, which is
-        # nothing at first.
-        self._last = [NOTHING] * len(names)
+        # A printer that is off cannot be asked: its queue goes on showing what it showed.
+        self._last = [should_show(printer, total) for printer in printers.all]
         self._connection = cups.Connection()
 
     def _look(self, number):

@@ -77,6 +77,10 @@ class JobSender:
             raise RuntimeError(f"the scheduler answers {answer.status} {answer.reason}")
         return _answered_job(body)
 
+    def hang_up(self):
+        """Lets the next job open a connection of its own."""
+        self._http.close()
+
     def ask(self, queue):
         """Sends the command job that has the printer asked; returns its number."""
         return self._send(queue, "application/vnd.cups-command", COMMAND_FILE)

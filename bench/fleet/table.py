@@ -6,7 +6,14 @@ TOOLS = ("queues", "adding them, s", "CPU of it, ms a queue", "attach, s", "stat
          "keep-fresh: asks a second", "its CPU an ask, ms", "its memory, MB")
 
 
+def part(sorted_values, share):
+    """The value below which this share of them lies."""
+    return sorted_values[min(len(sorted_values) - 1, int(share * len(sorted_values)))]
+
+
 def _cell(value):
+    if isinstance(value, str):
+        return value
     return f"{value:.2f}" if isinstance(value, float) else f"{value:,}"
 
 
@@ -20,3 +27,8 @@ def for_people(jobs, tools):
 def row(figures):
     """One row of Markdown."""
     return "| " + " | ".join(map(_cell, figures)) + " |"
+
+
+def head(names):
+    """The two lines above the rows."""
+    return row(names) + "\n" + row(["---"] * len(names))
