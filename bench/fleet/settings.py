@@ -51,19 +51,25 @@ class Settings:
         self._text = self._path.read_text(encoding="utf-8")
 
     def use(self, line):
-        """Has the scheduler read it; the seconds that takes. It ends its connections for that."""
+        """Has the scheduler read it; for how many seconds somebody who asks meanwhile waits.
+
+        It ends its connections for that.
+        """
         self._fleet.sender.hang_up()
         self._path.write_text(f"{self._text}{line}\n", encoding="utf-8")
         with open(self._fleet.log.path, encoding="utf-8", errors="replace") as log:
             log.seek(0, os.SEEK_END)
             start = time.monotonic()
             os.kill(self._fleet.scheduler, signal.SIGHUP)
+            time.sleep(PAUSE)
+            cups.Connection().getDefault()
+            waited = time.monotonic() - start
             deadline = start + PATIENCE
             while RELOADED not in log.read():
                 if time.monotonic() > deadline:
                     raise RuntimeError(f"the scheduler does not take {line!r}")
                 time.sleep(PAUSE)
-        return time.monotonic() - start
+        return waited
 
 
 def shown(line):
