@@ -100,6 +100,7 @@ bool attach_one(Scheduler const& scheduler, std::string const& name, PpdEdit con
 void ask_changed(Scheduler const& scheduler, std::vector<ChangedQueue> const& changed, bool no_ask)
 {
   std::vector<std::string> names;
+  names.reserve(changed.size());
   for (ChangedQueue const& queue : changed) names.push_back(queue.name);
   std::vector<bool> const are_in = no_ask ? std::vector<bool>(names.size(), false)
                                           : ask_and_show(scheduler, names, AskOptions().timeout);
