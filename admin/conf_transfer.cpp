@@ -17,9 +17,10 @@ char const* no_password(char const* /*prompt*/, http_t* /*http*/, char const* /*
 std::optional<std::string> get_conf(Scheduler const& scheduler)
 {
   MemoryFile const file;
-  if (!file.exists()) return std::nullopt;
   cupsSetPasswordCB2(no_password, nullptr);
   http_status_t const status = get_file(scheduler, "/admin/conf/cupsd.conf", file.descriptor());
   cupsSetPasswordCB2(nullptr, nullptr);
-  return status == HTTP_STATUS_OK ? file.read() : std::nullopt;
+  // A connection that breaks off leaves half a file behind.
+  if (status != HTTP_STATUS_OK || httpError(scheduler.http.get()) != 0) return std::nullopt;
+  return file.read();
 }

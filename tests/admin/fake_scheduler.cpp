@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <ctime>
+#include <string_view>
 
 namespace {
 
@@ -192,6 +193,16 @@ ipp_t* __wrap_cupsDoIORequest(http_t* /*http*/, ipp_t* request, char const* /*re
   ipp_t* const answer = answer_to(request, in, out, fails ? fake->mishap : Mishap::None);
   ippDelete(request);
   return answer;
+}
+
+http_status_t __wrap_cupsGetFd(http_t* /*http*/, char const* resource, int out)
+{
+  if (std::string_view(resource) != "/admin/conf/cupsd.conf") return HTTP_STATUS_NOT_FOUND;
+  if (!fake->conf) return HTTP_STATUS_FORBIDDEN;
+  connection_error = fake->is_conf_broken_off ? EPIPE : 0;
+  auto const size = static_cast<ssize_t>(fake->conf->size());
+  if (write(out, fake->conf->data(), fake->conf->size()) != size) return HTTP_STATUS_ERROR;
+  return HTTP_STATUS_OK;
 }
 
 ipp_status_t __wrap_cupsLastError() { return last_error; }

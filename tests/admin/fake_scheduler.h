@@ -1,10 +1,11 @@
 // A scheduler of one queue in the test's own process: it answers what velmoctl sends with
-// cupsDoIORequest, and one request of a test goes wrong.
+// cupsDoIORequest and cupsGetFd, and one request of a test goes wrong.
 #pragma once
 
 #include <cups/cups.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,8 @@ struct JobRow {
 
 struct FakeScheduler {
   std::string ppd;
+  std::optional<std::string> conf;  // its cupsd.conf; nothing: shown to nobody
+  bool is_conf_broken_off = false;
   std::vector<std::string> reasons;
   std::string message;
   ipp_pstate_t state = IPP_PSTATE_IDLE;

@@ -49,3 +49,4 @@ expect_part 'MaxJobs 1: another queue is asked' "$errors" 'Too many active jobs.
 restart_with 'MaxJobs 1' '<Location /admin/conf>' 'AuthType Basic' 'Require user nobody-at-all' '</Location>'
 run_ctl setsid --wait "$VELMOCTL" list </dev/null
 expect 'a user that the settings are not shown to' "$status $errors $said" "0  $LISTED"
+expect_end

@@ -59,6 +59,22 @@ TEST(LookFaults, AListTellsOfAPpdFileThatCannotBeRead)
             "give it a new one\n");
 }
 
+TEST(LookFaults, AListWarnsOfSettingsThatItWasGivenWhole)
+{
+  FakeScheduler fake = queue_with_error(0, Mishap::None);
+  auto const listed = [&fake] {
+    return run_command(fake, [](Scheduler const& it) { return run_list(it, false); });
+  };
+  EXPECT_EQ(listed().errors, "");
+  fake.conf = "FilterLimit 99\n";
+  EXPECT_TRUE(listed().errors.starts_with("velmoctl: FilterLimit 99 is too little for 1 attached "))
+      << listed().errors;
+  EXPECT_EQ(listed().said, "photo: attached\n");
+  EXPECT_EQ(listed().status, 0);
+  fake.is_conf_broken_off = true;
+  EXPECT_EQ(listed().errors, "");
+}
+
 TEST(LookFaults, AStatusWithoutPpdFileHasKeywordsOnly)
 {
   StatusOptions options;

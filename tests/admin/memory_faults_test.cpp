@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "admin/attach_command.h"
+#include "admin/list_command.h"
 #include "admin/memory_file.h"
 #include "admin/status_command.h"
 #include "tests/admin/run_command.h"
@@ -119,5 +120,22 @@ TEST(MemoryFaults, AskingSaysWhatFailed)
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.errors, std::string("velmoctl: photo: ") + NO_MEMORY_FILE + "\n");
     EXPECT_EQ(fake.job, 0);
+  }
+}
+
+TEST(MemoryFaults, AListWithoutThemWarnsOfNoSettings)
+{
+  // The first is that of the PPD file, where there is one.
+  for (FailingCall const call : {FailingCall{Call::Memfd, 2}, FailingCall{Call::Memfd, 3},
+                                 FailingCall{Call::Read, 2}, FailingCall{Call::Dup, 1}}) {
+    FakeScheduler fake;
+    fake.ppd =
+        "*cupsFilter: \"application/vnd.cups-command 0 commandtovelmo\"\n"
+        "*cupsCommands: \"ReportLevels ReportStatus\"\n";
+    fake.conf = "FilterLimit 99\n";
+    Ended const run = run_with(fake, call, [](Scheduler const& it) { return run_list(it, false); });
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.said, "photo: attached\n");
+    EXPECT_EQ(run.errors, "");
   }
 }
