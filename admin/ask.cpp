@@ -63,6 +63,7 @@ std::string timed_out(bool is_running, int timeout)
 struct OpenAsk {
   std::size_t number;  // of the queue among those that are asked
   int id;
+  int sent;        // by the scheduler's clock, in seconds
   bool is_joined;  // the job is one that was waiting already
   Clock::time_point deadline;
   Progress progress;
@@ -100,7 +101,10 @@ std::vector<AskResult> Asks::run()
 {
   while (next < names.size() || !open.empty()) {
     while (next < names.size() && open.size() < AT_ONCE) begin();
-    std::erase_if(open, [this](OpenAsk& ask) { return end_if_done(ask); });
+    std::vector<OpenAsk> left;
+    for (OpenAsk& ask : open)
+      if (!end_if_done(ask)) left.push_back(ask);
+    open = std::move(left);
     if (!open.empty()) std::this_thread::sleep_for(PAUSE);
   }
   return std::move(results);
@@ -120,8 +124,12 @@ void Asks::begin()
   SentJob const job = joined ? SentJob{*joined, {}} : send_ask(scheduler, names[number]);
   result.text = job.error;
   if (job.id == 0) return;
-  open.push_back(
-      {number, job.id, joined.has_value(), Clock::now() + std::chrono::seconds(timeout), {}});
+  open.push_back({number,
+                  job.id,
+                  queue.queue->up_time,
+                  joined.has_value(),
+                  Clock::now() + std::chrono::seconds(timeout),
+                  {}});
 }
 
 bool Asks::end_if_done(OpenAsk& ask)
@@ -138,6 +146,8 @@ std::optional<Waited> Asks::look_at(OpenAsk& ask) const
 {
   std::optional<ipp_jstate_t> const state = job_state(scheduler, names[ask.number], ask.id);
   QueueAnswer const queue = get_queue(scheduler, names[ask.number]);
+  // With PreserveJobHistory No the scheduler forgets a job as soon as it has ended.
+  if (!state && queue.queue && queue.queue->level_time >= ask.sent) return Waited{{true, {}}, true};
   if (!state || !queue.queue)
     return Waited{{false, "the scheduler tells nothing about its job any more"}, false};
   if (ask.progress.are_values_in(*state, *queue.queue)) return Waited{{true, {}}, true};

@@ -3,23 +3,12 @@
 
 #include "admin/memory_file.h"
 
-namespace {
-
-char const* no_password(char const* /*prompt*/, http_t* /*http*/, char const* /*method*/,
-                        char const* /*resource*/, void* /*data*/)
-{
-  return nullptr;
-}
-
-}  // namespace
-
 // Over the scheduler's socket file root and members of lpadmin are let in without a password.
 std::optional<std::string> get_conf(Scheduler const& scheduler)
 {
   MemoryFile const file;
-  cupsSetPasswordCB2(no_password, nullptr);
+  NoPasswords const none;
   http_status_t const status = get_file(scheduler, "/admin/conf/cupsd.conf", file.descriptor());
-  cupsSetPasswordCB2(nullptr, nullptr);
   // A connection that breaks off leaves half a file behind.
   if (status != HTTP_STATUS_OK || httpError(scheduler.http.get()) != 0) return std::nullopt;
   return file.read();

@@ -67,9 +67,9 @@ nlohmann::ordered_json as_json_object(Queue const& queue, ListedQueue const& lis
 void warn_of_settings(Scheduler const& scheduler, std::size_t attached)
 {
   std::optional<std::string> const conf = get_conf(scheduler);
-  if (!conf) return;
-  for (std::string const& advice : settings_advice(read_settings(*conf), attached))
-    complain({}, advice);
+  std::optional<ServerSettings> const settings = conf ? read_settings(*conf) : std::nullopt;
+  if (!settings) return;
+  for (std::string const& advice : settings_advice(*settings, attached)) complain({}, advice);
 }
 
 }  // namespace

@@ -261,6 +261,15 @@ void unmark(Arguments& arguments)
   if (arguments.attach.reason_texts) unmark(*arguments.attach.reason_texts);
 }
 
+// The exit status, once what was said has been written.
+int ended(Arguments const& arguments, int status)
+{
+  if (is_output_written()) return status;
+  if (arguments.status.check) return CHECK_UNKNOWN;
+  if (status == 0) complain({}, "apart from that, what was asked for is done");
+  return 1;
+}
+
 }  // namespace
 
 int main(int argc, char** argv)
@@ -304,9 +313,8 @@ int main(int argc, char** argv)
     return CHECK_UNKNOWN;
   }
   unmark(arguments);
-  int const status = run(arguments, *app.get_subcommands().front());
-  if (is_output_written()) return status;
-  if (arguments.status.check) return CHECK_UNKNOWN;
-  if (status == 0) complain({}, "apart from that, what was asked for is done");
-  return 1;
+  int const status = ended(arguments, run(arguments, *app.get_subcommands().front()));
+  // A thread that hangs at one of several servers is not waited for, and nothing is taken from it.
+  if (arguments.servers.size() > 1) std::_Exit(status);
+  return status;
 }

@@ -6,10 +6,19 @@
 
 namespace {
 
+// One that refuses, or breaks off, shows no queue.
+bool is_away(ServerStatuses const& server)
+{
+  auto const is_no_queues = [](LookError const& error) { return error.missing.empty(); };
+  return !server.trouble.empty()
+         || (server.found.statuses.empty()
+             && std::ranges::any_of(server.found.errors, is_no_queues));
+}
+
 bool lacks(ServerStatuses const& server, std::string const& queue)
 {
   auto const is_it = [&](LookError const& error) { return error.missing == queue; };
-  return !server.trouble.empty() || std::ranges::any_of(server.found.errors, is_it);
+  return is_away(server) || std::ranges::any_of(server.found.errors, is_it);
 }
 
 void add_error(std::vector<ServerStatuses> const& servers, std::string const& server,
@@ -25,19 +34,15 @@ void add_error(std::vector<ServerStatuses> const& servers, std::string const& se
     table.errors.push_back(error);
 }
 
-void add_away(ServerStatuses const& server, Statuses& table)
-{
-  table.away.push_back(server.server);
-  table.errors.push_back({server.server + ": " + server.trouble, {}});
-}
-
 }  // namespace
 
 Statuses one_table(std::vector<ServerStatuses> servers)
 {
   Statuses table;
   for (ServerStatuses& server : servers) {
-    if (!server.trouble.empty()) add_away(server, table);
+    if (is_away(server)) table.away.push_back(server.server);
+    if (!server.trouble.empty())
+      table.errors.push_back({server.server + ": " + server.trouble, {}});
     for (LookError const& error : server.found.errors)
       add_error(servers, server.server, error, table);
     for (QueueStatus& status : server.found.statuses) {

@@ -6,8 +6,6 @@
 namespace {
 
 constexpr int CONNECT_MILLISECONDS = 10'000;
-// An upload may make the scheduler look for many filters before it answers.
-constexpr int ANSWER_SECONDS = 60;
 
 // Called after each second without a byte from the scheduler; 0 gives the connection up.
 int is_worth_waiting(http_t* /*http*/, void* data)
@@ -16,10 +14,11 @@ int is_worth_waiting(http_t* /*http*/, void* data)
   return --seconds_left > 0 && !SignalHold::endsRequests() ? 1 : 0;
 }
 
-// While it lives, a scheduler that falls silent is given up after ANSWER_SECONDS.
+// While it lives, a scheduler that falls silent is given up.
 class Patience {
 public:
-  explicit Patience(Scheduler const& scheduler) : http(scheduler.http.get())
+  explicit Patience(Scheduler const& scheduler)
+      : http(scheduler.http.get()), seconds_left(scheduler.patience)
   {
     httpSetTimeout(http, 1, is_worth_waiting, &seconds_left);
   }
@@ -29,8 +28,14 @@ public:
 
 private:
   http_t* http;
-  int seconds_left = ANSWER_SECONDS;
+  int seconds_left;
 };
+
+char const* no_password(char const* /*prompt*/, http_t* /*http*/, char const* /*method*/,
+                        char const* /*resource*/, void* /*data*/)
+{
+  return nullptr;
+}
 
 // In our own words: libcups would answer in the language of the environment.
 std::string error_text(ipp_status_t status)
@@ -64,6 +69,11 @@ std::string status_message(ipp_t* answer)
 }
 
 }  // namespace
+
+NoPasswords::NoPasswords() { cupsSetPasswordCB2(no_password, nullptr); }
+
+// libcups has its own way back then, the question on the terminal.
+NoPasswords::~NoPasswords() { cupsSetPasswordCB2(nullptr, nullptr); }
 
 Scheduler connect(std::string const& server)
 {

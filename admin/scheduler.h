@@ -18,6 +18,18 @@ using Ipp = std::unique_ptr<ipp_t, DeleteIpp>;
 struct Scheduler {
   std::string server;  // as the user named it, or as libcups found it
   std::unique_ptr<http_t, CloseHttp> http;
+  // Seconds without a byte after which it is given up. An upload may make the scheduler look for
+  // many filters before it answers.
+  int patience = 60;
+};
+
+// While it lives, nobody is asked for a password in this thread: what needs one is refused.
+class NoPasswords {
+public:
+  NoPasswords();
+  ~NoPasswords();
+  NoPasswords(NoPasswords const&) = delete;
+  NoPasswords& operator=(NoPasswords const&) = delete;
 };
 
 // What came back: the answer, or why there is none.

@@ -39,7 +39,7 @@ void take(ServerSettings& settings, char const* name, char const* value)
 
 }  // namespace
 
-ServerSettings read_settings(std::string const& conf)
+std::optional<ServerSettings> read_settings(std::string const& conf)
 {
   ServerSettings settings;
   MemoryFile const bytes(conf);
@@ -47,10 +47,11 @@ ServerSettings read_settings(std::string const& conf)
   int const descriptor = dup(bytes.descriptor());
   lseek(descriptor, 0, SEEK_SET);
   std::unique_ptr<cups_file_t, CloseFile> const file(cupsFileOpenFd(descriptor, "r"));
+  if (!file) return std::nullopt;
   char line[HTTP_MAX_BUFFER];
   char* value = nullptr;
   int line_number = 0;
-  while (file && cupsFileGetConf(file.get(), line, sizeof line, &value, &line_number))
+  while (cupsFileGetConf(file.get(), line, sizeof line, &value, &line_number))
     take(settings, line, value);
   return settings;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,8 +12,9 @@ struct ServerSettings {
   unsigned long filter_limit = 0;  // cost of all filters that run; 0: any
 };
 
-// What these lines of cupsd.conf say, read as libcups reads them.
-ServerSettings read_settings(std::string const& conf);
+// What these lines of cupsd.conf say, read as libcups reads them; nothing if the system has no room
+// for a file in memory.
+std::optional<ServerSettings> read_settings(std::string const& conf);
 
 // What would stop a server with so many attached queues, a sentence each.
 std::vector<std::string> settings_advice(ServerSettings const& settings, std::size_t queues);

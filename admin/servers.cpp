@@ -2,6 +2,7 @@
 #include "admin/servers.h"
 
 #include <chrono>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -10,7 +11,8 @@ namespace {
 using Time = std::chrono::steady_clock::time_point;
 
 constexpr auto FIRST_WORD = std::chrono::seconds(3);
-// As long as one request may take: what comes of thousands of queues comes late.
+// Between two bytes of an answer; that about thousands of queues may take longer as a whole.
+constexpr int NEXT_WORD_SECONDS = 3;
 constexpr auto LAST_WORD = std::chrono::seconds(60);
 
 // Why it cannot be asked. A small question first tells a server that hangs from one that needs its
@@ -22,6 +24,25 @@ std::string greet(Scheduler const& scheduler)
   return answer.ipp ? std::string() : answer.error;
 }
 
+void ask_from_here(std::string const& name, std::vector<std::string> const& queues, int low,
+                   std::promise<std::string>& greeting, std::promise<Statuses>& found)
+{
+  NoPasswords const none;
+  Scheduler scheduler = connect(name);
+  std::string const trouble = greet(scheduler);
+  greeting.set_value(trouble);
+  scheduler.patience = NEXT_WORD_SECONDS;
+  found.set_value(trouble.empty() ? look(scheduler, queues, low) : Statuses{});
+}
+
+template <class Value>
+std::future<Value> known(Value value)
+{
+  std::promise<Value> promise;
+  promise.set_value(std::move(value));
+  return promise.get_future();
+}
+
 // Nobody waits for the thread: what it hangs in, a look-up of a name for example, has no end that
 // we could set.
 void ask(AskedServer& server, std::vector<std::string> const& queues, int low)
@@ -30,13 +51,17 @@ void ask(AskedServer& server, std::vector<std::string> const& queues, int low)
   std::promise<Statuses> found;
   server.greeting = greeting.get_future();
   server.found = found.get_future();
-  std::thread([=, name = server.name, greeting = std::move(greeting),
+  auto work = [=, name = server.name, greeting = std::move(greeting),
                found = std::move(found)]() mutable {
-    Scheduler const scheduler = connect(name);
-    std::string const trouble = greet(scheduler);
-    greeting.set_value(trouble);
-    found.set_value(trouble.empty() ? look(scheduler, queues, low) : Statuses{});
-  }).detach();
+    ask_from_here(name, queues, low, greeting, found);
+  };
+  try {
+    std::thread(std::move(work)).detach();
+  } catch (std::system_error const&) {
+    server.greeting =
+        known(std::string("cannot be asked: the system has no room for one more thread"));
+    server.found = known(Statuses{});
+  }
 }
 
 ServerStatuses answer_of(AskedServer& server, Time start)

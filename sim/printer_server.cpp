@@ -60,7 +60,7 @@ void PrinterServer::bind(std::uint16_t port)
 void PrinterServer::accept()
 {
   acceptor.async_accept([this](asio::error_code error, asio::ip::tcp::socket peer) {
-    if (error == asio::error::operation_aborted) return;  // switched off
+    if (error == asio::error::operation_aborted || !is_on) return;
     if (!error) std::make_shared<Connection>(std::move(peer), printer, printer_name)->start();
     accept();
   });

@@ -1,6 +1,8 @@
 """What the parts of a run share: the scheduler, its queues, and a printer behind each."""
 import dataclasses
+import signal
 import subprocess
+import sys
 import time
 
 import cups
@@ -42,6 +44,11 @@ def add_queues(fleet, ppd):
                               device=f"socket://127.0.0.1:{printer.port}/?snmp=false")
         connection.acceptJobs(name)
         connection.enablePrinter(name)
+
+
+def end_well():
+    """Has a signal end what was begun, too: the printers, and what else runs."""
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
 
 
 def run(*command):

@@ -18,7 +18,6 @@ import process
 import table
 
 IDLE_SECONDS = 35  # the scheduler writes what has changed every 30 seconds
-FRESH_SECONDS = 60
 SHOWN = 20  # faults
 
 
@@ -45,10 +44,12 @@ def play(fleet, velmoctl, ppd, count, seed):
     times, late = lost.seconds_to_level(played.asks, fleet.log), lost.late(played.asks, fleet.log)
 
     status, listed = (time_of(fleet, velmoctl, command) for command in ("status", "list"))
-    fresh = keep_fresh.keep_fresh(velmoctl, fleet, FRESH_SECONDS)
+    fresh = keep_fresh.keep_fresh(velmoctl, fleet)
+    if fresh.asks != queues:
+        gone.append(f"keep-fresh has {fresh.asks} of {queues} printers asked")
     jobs = len(played.asks) + sum(played.photos)
     of_jobs = (
-        queues, played.spent.cpu / jobs * 1000, played.spent.children / jobs * 1000,
+        queues, count, played.spent.cpu / jobs * 1000, played.spent.children / jobs * 1000,
         played.spent.cpu / played.took * 100, idle.spent.cpu / idle.seconds * 100, memory,
         played.spent.written / played.took * 60, statistics.median(times), table.part(times, 0.95),
         times[-1], late, len(gone), len(wrong))
@@ -63,6 +64,7 @@ def main(simulator, velmoctl, ppd, pid, log, queues, count, seed):
     names = [f"photo{number}" for number in range(int(queues))]
     fleet = fleets.Fleet(int(pid), names, printers.Printers(simulator, len(names)),
                          job_log.JobLog(log), print_jobs.JobSender())
+    fleets.end_well()
     try:
         figures, faults = play(fleet, velmoctl, ppd, int(count), int(seed))
     finally:

@@ -12,8 +12,8 @@ set xlabel 'queues'
 
 set title 'A command job a minute for each queue'
 set ylabel 'CPU for each job, ms'
-plot folder.'/jobs.dat' using 1:2 with linespoints pt 7 ps 0.5 title 'the scheduler', \
-     '' using 1:3 with linespoints pt 7 ps 0.5 title 'its backends and filters'
+plot folder.'/jobs.dat' using 1:3 with linespoints pt 7 ps 0.5 title 'the scheduler', \
+     '' using 1:4 with linespoints pt 7 ps 0.5 title 'its backends and filters'
 
 set title 'Adding the queues'
 set ylabel "the scheduler's CPU for each queue, ms"

@@ -1,5 +1,5 @@
 """The figures of a run: lines for a person, and a row for each of the two tables in docs/."""
-JOBS = ("queues", "CPU a job, ms", "of its programs, ms", "CPU of the scheduler, %", "idle, %",
+JOBS = ("queues", "minutes", "CPU a job, ms", "of its programs, ms", "CPU of the scheduler, %", "idle, %",
         "memory, MB", "written a minute, MB", "to the level, s: median", "95 %", "longest", "late",
         "lost", "wrong")
 TOOLS = ("queues", "adding them, s", "CPU of it, ms a queue", "attach, s", "status, s", "list, s",

@@ -125,6 +125,22 @@ TEST(AskFaults, TheValuesAreInBeforeTheJobEnds)
   EXPECT_FALSE(fake.is_job_cancelled);
 }
 
+// As with PreserveJobHistory No, where a job is forgotten when it has ended.
+TEST(AskFaults, AJobThatIsForgottenHasBroughtWhatIsNewerThanItself)
+{
+  auto const forgotten = [](int level_time) {
+    FakeScheduler fake = attached_queue();
+    fake.failing_request = 4;
+    fake.mishap = Mishap::NotFound;
+    fake.before_request = [&, level_time](int number, ipp_op_t /*operation*/) {
+      if (number == 4) fake.level_time = level_time;
+    };
+    return sentence(fake);
+  };
+  EXPECT_EQ(forgotten(3000), "");  // the scheduler's time when the job was sent
+  EXPECT_EQ(forgotten(2999), "the scheduler tells nothing about its job any more");
+}
+
 TEST(AskFaults, EachStateOfTheJobHasItsSentence)
 {
   EXPECT_EQ(sentence({IPP_JSTATE_CANCELED, 1000}), "its job 7 was cancelled");

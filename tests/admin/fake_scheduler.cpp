@@ -200,8 +200,9 @@ http_status_t __wrap_cupsGetFd(http_t* /*http*/, char const* resource, int out)
   if (std::string_view(resource) != "/admin/conf/cupsd.conf") return HTTP_STATUS_NOT_FOUND;
   if (!fake->conf) return HTTP_STATUS_FORBIDDEN;
   connection_error = fake->is_conf_broken_off ? EPIPE : 0;
-  auto const size = static_cast<ssize_t>(fake->conf->size());
-  if (write(out, fake->conf->data(), fake->conf->size()) != size) return HTTP_STATUS_ERROR;
+  std::string const conf = *fake->conf;
+  auto const size = static_cast<ssize_t>(conf.size());
+  if (write(out, conf.data(), conf.size()) != size) return HTTP_STATUS_ERROR;
   return HTTP_STATUS_OK;
 }
 

@@ -38,12 +38,20 @@ ctl list --json
 expect_part 'settings that are too little, with --json: the array' "$status $said" $'0 [\n'
 expect_part 'settings that are too little, with --json: what is told' "$errors" 'velmoctl: MaxJobs 1 '
 
-# --- it is true: the one job that is let run keeps the other queue's waiting
+# --- it is true: a job before a printer that is off fills MaxJobs, so another queue takes none
 scheduler_send_command photo ReportLevels
 wait_until 60 grep -q 'Started backend' "$scheduler_log" || give_up_text 'a job before a printer that is off' 'should start' "$(<"$scheduler_log")"
 ctl ask twin
 expect 'MaxJobs 1: another queue is asked' "$status $said" '1 '
 expect_part 'MaxJobs 1: another queue is asked' "$errors" 'Too many active jobs.'
+
+scheduler_client cancel -a photo
+restart_with 'FilterLimit 199'
+scheduler_send_command photo ReportLevels
+scheduler_send_command twin ReportLevels
+is_held() { grep -q 'Holding because filter limit has been reached.' "$scheduler_log"; }
+wait_until 60 is_held || give_up_text 'FilterLimit 199: the job of another queue' 'should be held' "$(tail -n 20 "$scheduler_log")"
+scheduler_client cancel -a photo twin
 
 # --- one that may not read them is neither asked for a password nor told
 restart_with 'MaxJobs 1' '<Location /admin/conf>' 'AuthType Basic' 'Require user nobody-at-all' '</Location>'

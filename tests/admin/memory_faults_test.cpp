@@ -6,6 +6,7 @@
 #include "admin/attach_command.h"
 #include "admin/list_command.h"
 #include "admin/memory_file.h"
+#include "admin/server_settings.h"
 #include "admin/status_command.h"
 #include "tests/admin/run_command.h"
 
@@ -137,5 +138,16 @@ TEST(MemoryFaults, AListWithoutThemWarnsOfNoSettings)
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.said, "photo: attached\n");
     EXPECT_EQ(run.errors, "");
+  }
+}
+
+TEST(MemoryFaults, SettingsThatCannotBeReadAreNone)
+{
+  for (FailingCall const call :
+       {FailingCall{Call::Memfd, 1}, FailingCall{Call::Write, 1}, FailingCall{Call::Dup, 1}}) {
+    failing = call;
+    calls = 0;
+    EXPECT_FALSE(read_settings("MaxJobs 1\n").has_value()) << static_cast<int>(call.call);
+    failing = {};
   }
 }

@@ -57,6 +57,17 @@ TEST(OneTable, AServerThatCannotBeAskedIsToldAndTheOthersAreThere)
   EXPECT_EQ(table.away, (Texts{"a", "c"}));
 }
 
+TEST(OneTable, AServerThatRefusesIsAwayToo)
+{
+  Statuses const table = one_table({
+      {"a", {{}, {{"the scheduler gave no answer", {}}}, {}}, {}},
+      {"b", {{queue("photo", Verdict::Ready)}, {{"hall: it refuses", {}}}, {}}, {}},
+      {"c", {{}, {missing("photo")}, {}}, {}},
+  });
+  EXPECT_EQ(errors(table), (Texts{"a: the scheduler gave no answer", "b: hall: it refuses"}));
+  EXPECT_EQ(table.away, Texts{"a"});
+}
+
 TEST(OneTable, AQueueThatOneServerHasIsNotMissing)
 {
   Statuses const table = one_table({

@@ -13,15 +13,17 @@ constexpr char const* STOCK =
 
 TEST(ServerSettings, WithoutALineCupsHasItsOwnValues)
 {
-  ServerSettings const settings = read_settings(STOCK);
+  ServerSettings const settings = read_settings(STOCK).value();
   EXPECT_EQ(settings.max_jobs, 500);
   EXPECT_EQ(settings.filter_limit, 0);
 }
 
 TEST(ServerSettings, LinesAreReadAsTheSchedulerReadsThem)
 {
-  ServerSettings const settings = read_settings(
-      "#MaxJobs 1\r\n  maxjobs\t7000   # for the hall\r\nFilterLimit 300\nFilterLimit 200");
+  ServerSettings const settings =
+      read_settings(
+          "#MaxJobs 1\r\n  maxjobs\t7000   # for the hall\r\nFilterLimit 300\nFilterLimit 200")
+          .value();
   EXPECT_EQ(settings.max_jobs, 7000);
   EXPECT_EQ(settings.filter_limit, 200);
 }
@@ -29,7 +31,7 @@ TEST(ServerSettings, LinesAreReadAsTheSchedulerReadsThem)
 TEST(ServerSettings, WhatIsNoPlainNumberWarnsOfNothing)
 {
   for (char const* value : {"", " 1k", " -3", " 0x10", " many", " 99999999999999999999"}) {
-    ServerSettings const settings = read_settings(std::string("MaxJobs") + value + "\n");
+    ServerSettings const settings = read_settings(std::string("MaxJobs") + value + "\n").value();
     EXPECT_EQ(settings_advice(settings, 1'000'000), Texts()) << "MaxJobs" << value;
   }
 }

@@ -112,6 +112,32 @@ ctl status "${many[@]}"
 expect 'many: each is told' "$(grep -cxF "velmoctl: $b: does not answer within 3 s" <<<"$errors")" 20
 expect_that 'many: at the same time' test $((SECONDS - begun)) -lt 40
 
+# --- one answers once, and then no more
+python3 "$root/tests/admin/half_server.py" >"$work/port" 2>"$work/half-server" &
+half=$!
+on_exit "end_child $half; scheduler_stop; stop_all; rm -rf '$work'"
+wait_until 60 test -s "$work/port" || give_up_text 'the server that answers once' 'should tell its port' "$(<"$work/half-server")"
+h=127.0.0.1:$(<"$work/port")
+silent="velmoctl: $h: the scheduler gave no answer; its error_log says why"
+ctl status -h "$a" -h "$h"
+expect 'falls silent: status and errors' "$status $errors" "1 $silent"
+expect 'falls silent: the rest is shown' "$(heads)" "hall@$a  never asked
+photo@$a  never asked"
+ctl status --json -h "$a" -h "$h"
+expect 'falls silent: json: the servers' "$(values_of server)" "\"$a\"
+\"$a\"
+\"$h\""
+end_child "$half"
+
+# --- the system has no room for threads: so large a stack. The sanitizers need more room than that.
+small() { (ulimit -s 8000000 && ulimit -v 4000000 && "$@") 2>/dev/null; }
+if small "$VELMOCTL" --version >/dev/null; then
+  ctl_small() { (ulimit -s 8000000 && ulimit -v 4000000 && ctl "$@" && echo "$status $errors"); }
+  none='cannot be asked: the system has no room for one more thread'
+  expect 'no threads' "$(ctl_small status -h "$a" -h "$b")" "1 velmoctl: $a: $none
+velmoctl: $b: $none"
+fi
+
 # --- it comes back while somebody looks on
 scheduler_exec "$VELMOCTL" status --watch -h "$a" -h "$b" >"$work/screen" 2>"$work/watch-errors" &
 watcher=$!
