@@ -81,6 +81,18 @@ expect "interrupted while it waits with another: the other's job stays" "$(jobs_
 scheduler_client cancel -a busy
 wait "$first" || true
 
+# --- a scheduler that forgets each job as soon as that has ended
+end_child "$scheduler_pid"
+echo 'PreserveJobHistory No' >>"$scheduler_dir/etc/cupsd.conf"
+scheduler_run_cupsd
+wait_until 60 scheduler_is_settled || scheduler_fail 'it does not come back'
+several=(one two three four five)
+for name in "${several[@]}"; do scheduler_add_queue "$name" "$(printer_uri)" "$work/given"; done
+ctl attach --no-ask "${several[@]}"
+ctl ask "${several[@]}"
+expect_done 'jobs that are forgotten'
+expect 'jobs that are forgotten: the values' "$(grep -c '350 of 700 prints' <<<"$said")" 5
+
 # --- a scheduler that hangs: who ends the program need not wait until it gives up, a minute later
 has_ended() { ! kill -0 "$1" 2>/dev/null; }
 export scheduler_pid
