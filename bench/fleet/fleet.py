@@ -46,9 +46,12 @@ def add_queues(fleet, ppd):
         connection.enablePrinter(name)
 
 
-def end_well():
-    """Has a signal end what was begun, too: the printers, and what else runs."""
+def start(simulator, scheduler, log, count):
+    """So many printers, for queues that are to be added. A signal ends them, too."""
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+    names = [f"photo{number}" for number in range(int(count))]
+    return Fleet(int(scheduler), names, printers.Printers(simulator, len(names)),
+                 job_log.JobLog(log), print_jobs.JobSender())
 
 
 def run(*command):

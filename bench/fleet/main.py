@@ -8,12 +8,9 @@ import sys
 import time
 
 import fleet as fleets
-import job_log
 import keep_fresh
 import lost
 import played_minutes
-import print_jobs
-import printers
 import process
 import table
 
@@ -61,10 +58,7 @@ def play(fleet, velmoctl, ppd, count, seed):
 
 def main(simulator, velmoctl, ppd, pid, log, queues, count, seed):
     """Plays it and tells what came of it."""
-    names = [f"photo{number}" for number in range(int(queues))]
-    fleet = fleets.Fleet(int(pid), names, printers.Printers(simulator, len(names)),
-                         job_log.JobLog(log), print_jobs.JobSender())
-    fleets.end_well()
+    fleet = fleets.start(simulator, pid, log, queues)
     try:
         figures, faults = play(fleet, velmoctl, ppd, int(count), int(seed))
     finally:

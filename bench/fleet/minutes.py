@@ -8,6 +8,14 @@ PATIENCE = 600  # seconds behind a minute, for the slowest machine
 
 
 @dataclasses.dataclass
+class Sending:
+    """The time in which jobs were sent: seconds, and what was spent of the processors' time."""
+    seconds: float = 0.0
+    idle: float = 0.0  # seconds of all processors
+    spent: process.Spent = dataclasses.field(default_factory=lambda: process.Spent(0, 0, 0))
+
+
+@dataclasses.dataclass
 class Ask:
     """A command job that the scheduler took."""
     queue: int
@@ -30,17 +38,22 @@ class Minutes:
         self.refused = []
         self.spent = process.Spent(0, 0, 0)  # by the scheduler, from first to last job
         self.took = 0.0
+        self.sending = Sending()
 
     def play(self, printing):
         """Sends the jobs evenly, and waits until those have ended whose printers are on."""
         self.blind.clear()
         self._busy = {number for number, _ in self._open}
         before, start = process.spent(self._fleet.scheduler), time.monotonic()
+        idle = process.idle()
         for number in range(len(self._fleet.names)):
             due = start + number * self._seconds / len(self._fleet.names)
             time.sleep(max(0.0, due - time.monotonic()))
             self._send_to(number, number in printing)
         time.sleep(max(0.0, start + self._seconds - time.monotonic()))
+        self.sending.seconds += time.monotonic() - start
+        self.sending.idle += process.idle() - idle
+        self.sending.spent += process.spent(self._fleet.scheduler) - before
         self.settle()
         self.spent += process.spent(self._fleet.scheduler) - before
         self.took += time.monotonic() - start

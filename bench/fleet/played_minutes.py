@@ -7,11 +7,11 @@ import printers
 MINUTE = 60
 
 
-def play(fleet, count, seed):
-    """Returns the minutes, and what was wrong."""
+def play(fleet, count, seed, seconds=MINUTE):
+    """Returns the minutes, of so many seconds each, and what was wrong."""
     weather = chance.Chance(fleet.printers, seed)
     reader = oracle.Oracle(fleet.printers, fleet.names, printers.TOTAL)
-    played = minutes.Minutes(fleet, MINUTE)
+    played = minutes.Minutes(fleet, seconds)
     wrong = []
     for minute in range(1, count + 1):
         played.play(weather.new_minute(printers.TOTAL))

@@ -38,3 +38,9 @@ def spent(pid):
     fields = pathlib.Path(f"/proc/{pid}/stat").read_text(encoding="utf-8").rpartition(")")[2].split()
     children = (int(fields[13]) + int(fields[14])) / os.sysconf("SC_CLK_TCK")
     return Spent(cpu, children, int(_table(pid, "io")["write_bytes"]) / 2**20)
+
+
+def idle():
+    """Seconds for which processors had nothing to do, all together, since the system started."""
+    fields = pathlib.Path("/proc/stat").read_text(encoding="ascii").split("\n", 1)[0].split()
+    return (int(fields[4]) + int(fields[5])) / os.sysconf("SC_CLK_TCK")

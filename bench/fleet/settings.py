@@ -12,11 +12,8 @@ import time
 
 import cups
 import fleet as fleets
-import job_log
 import lost
 import played_minutes
-import print_jobs
-import printers
 import table
 
 # What a minute is played with; the first is what the others are compared with.
@@ -163,15 +160,12 @@ def crowd(velmoctl, line):
 
 def main(simulator, velmoctl, ppd, pid, log, queues, seed):
     """Plays all."""
-    names = [f"photo{number}" for number in range(int(queues))]
-    fleet = fleets.Fleet(int(pid), names, printers.Printers(simulator, len(names)),
-                         job_log.JobLog(log), print_jobs.JobSender())
+    fleet = fleets.start(simulator, pid, log, queues)
     settings = Settings(fleet)
-    fleets.end_well()
     all_faults = []
     try:
         fleets.add_queues(fleet, ppd)
-        fleets.run(velmoctl, "attach", *names)
+        fleets.run(velmoctl, "attach", *fleet.names)
         print(table.head(MINUTE_HEAD))
         for line in MINUTES:
             reloading = settings.use(line)
