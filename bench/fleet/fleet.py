@@ -12,6 +12,9 @@ import printers
 import process
 
 
+SHOWN = 20  # faults
+
+
 @dataclasses.dataclass
 class Fleet:
     """Queue number i has the printer number i."""
@@ -61,3 +64,17 @@ def run(*command):
         raise RuntimeError(f"{command[:3]} ends with status {done.returncode}: "
                            f"{done.stderr[:2000]}")
     return done.stdout
+
+
+def play(simulator, velmoctl, ppd, scheduler, log, count, scenes):
+    """Sets up a fleet, and plays `scenes` with it, which returns what was wrong. The exit status."""
+    fleet = start(simulator, scheduler, log, count)
+    try:
+        add_queues(fleet, ppd)
+        run(velmoctl, "attach", *fleet.names)
+        faults = scenes(fleet)
+    finally:
+        fleet.printers.end()
+    for fault in faults[:SHOWN]:
+        print(fault, file=sys.stderr)
+    return 1 if faults else 0

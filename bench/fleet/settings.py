@@ -34,7 +34,6 @@ PATIENCE = 600
 PAUSE = 0.2
 IDLE = 3  # printer-state
 CROWD = 30
-SHOWN = 20  # faults
 RELOADED = "Full reload complete"
 
 
@@ -158,32 +157,25 @@ def crowd(velmoctl, line):
     return shown(line), CROWD, failed, time.monotonic() - start
 
 
-def main(simulator, velmoctl, ppd, pid, log, queues, seed):
-    """Plays all."""
-    fleet = fleets.start(simulator, pid, log, queues)
+def scenes(fleet, velmoctl, seed):
+    """Plays all. Returns what was wrong in the minutes."""
     settings = Settings(fleet)
     all_faults = []
-    try:
-        fleets.add_queues(fleet, ppd)
-        fleets.run(velmoctl, "attach", *fleet.names)
-        print(table.head(MINUTE_HEAD))
-        for line in MINUTES:
-            reloading = settings.use(line)
-            figures, faults = minute(fleet, line, reloading, int(seed))
-            print(table.row(figures), flush=True)
-            all_faults += faults
-        for title, lines, scene in ((NIGHT_HEAD, NIGHTS, night), (CANCEL_HEAD, CANCELS, cancel),
-                                    (CLIENTS_HEAD, CLIENTS, lambda _, line: crowd(velmoctl, line))):
-            print("\n" + table.head(title))
-            for line in lines:
-                settings.use(line)
-                print(table.row(scene(fleet, line)), flush=True)
-    finally:
-        fleet.printers.end()
-    for fault in all_faults[:SHOWN]:
-        print(fault, file=sys.stderr)
-    return 1 if all_faults else 0
+    print(table.head(MINUTE_HEAD))
+    for line in MINUTES:
+        reloading = settings.use(line)
+        figures, faults = minute(fleet, line, reloading, seed)
+        print(table.row(figures), flush=True)
+        all_faults += faults
+    for title, lines, scene in ((NIGHT_HEAD, NIGHTS, night), (CANCEL_HEAD, CANCELS, cancel),
+                                (CLIENTS_HEAD, CLIENTS, lambda _, line: crowd(velmoctl, line))):
+        print("\n" + table.head(title))
+        for line in lines:
+            settings.use(line)
+            print(table.row(scene(fleet, line)), flush=True)
+    return all_faults
 
 
 if __name__ == "__main__":
-    sys.exit(main(*sys.argv[1:]))
+    *FLEET, SEED = sys.argv[1:]
+    sys.exit(fleets.play(*FLEET, lambda fleet: scenes(fleet, FLEET[1], int(SEED))))
